@@ -1,0 +1,43 @@
+# What every target of the build has in common.
+
+option(TARNCOM32_TESTS "Build the tests" ON)
+option(TARNCOM32_BENCHMARKS "Build the benchmarks" OFF)
+option(TARNCOM32_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET default)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Release or RelWithDebInfo" FORCE)
+endif()
+# The everyday build is optimised as far as costs no time, and keeps its assertions and line numbers.
+set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
+
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  # g++ 12 deletes stores that are still read (its dead store elimination over inlined constructors).
+  add_compile_options(-fno-tree-dse)
+endif()
+
+# Paths in the output are relative to the source folder: the same objects whatever folder they are built in.
+add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
+
+if(TARNCOM32_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The instrumentation itself sets this warning off.
+    add_compile_options(-Wno-maybe-uninitialized)
+  endif()
+endif()
+
+find_program(TARNCOM32_CCACHE ccache)
+if(TARNCOM32_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  # Several checkouts share one cache.
+  set(CMAKE_CXX_COMPILER_LAUNCHER
+      "${CMAKE_COMMAND};-E;env;CCACHE_BASEDIR=${CMAKE_SOURCE_DIR};CCACHE_NOHASHDIR=1;${TARNCOM32_CCACHE}")
+endif()

@@ -1,0 +1,9 @@
+#include "support/source_folder.h"
+
+namespace tarncom32::tests {
+
+std::filesystem::path sourceFolder() {
+    return TARNCOM32_SOURCE_FOLDER;
+}
+
+} // namespace tarncom32::tests
