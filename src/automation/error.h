@@ -1,0 +1,75 @@
+#pragma once
+
+#include "automation/string.h"
+
+#include <cstdint>
+#include <exception>
+
+namespace tarncom32::automation {
+
+/// Error numbers as automation hosts know them.
+namespace errors {
+inline constexpr std::int32_t InvalidProcedureCall = 5;
+inline constexpr std::int32_t Overflow = 6;
+inline constexpr std::int32_t OutOfMemory = 7;
+inline constexpr std::int32_t SubscriptOutOfRange = 9;
+inline constexpr std::int32_t DivisionByZero = 11;
+inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t InternalError = 51;
+inline constexpr std::int32_t BadFileName = 52;
+inline constexpr std::int32_t FileNotFound = 53;
+inline constexpr std::int32_t FileAlreadyOpen = 55;
+inline constexpr std::int32_t DeviceIo = 57;
+inline constexpr std::int32_t FileAlreadyExists = 58;
+inline constexpr std::int32_t DiskFull = 61;
+inline constexpr std::int32_t PermissionDenied = 70;
+inline constexpr std::int32_t PathFileAccess = 75;
+inline constexpr std::int32_t PathNotFound = 76;
+inline constexpr std::int32_t ObjectNotSet = 91;
+inline constexpr std::int32_t InvalidUseOfNull = 94;
+inline constexpr std::int32_t ResourceNotFound = 326;
+inline constexpr std::int32_t CannotCreateObject = 429;
+inline constexpr std::int32_t NoAutomationName = 432;
+inline constexpr std::int32_t NoSuchMember = 438;
+inline constexpr std::int32_t ActionNotSupported = 445;
+inline constexpr std::int32_t NamedArgumentNotFound = 448;
+inline constexpr std::int32_t ArgumentNotOptional = 449;
+inline constexpr std::int32_t WrongArgumentCount = 450;
+inline constexpr std::int32_t NotACollection = 451;
+inline constexpr std::int32_t DuplicateKey = 457;
+inline constexpr std::int32_t UnsupportedType = 458;
+} // namespace errors
+
+/// A failure that automation callers see: a number and a description.
+///
+/// A number from 1 to 65535 is a host's own error number and crosses COM as 0x800A0000 + number; a negative number is
+/// an HRESULT that came from a foreign object and crosses unchanged.
+class Error : public std::exception {
+public:
+    /// `number` with the description that hosts show for it ("Application-defined or object-defined error" when they
+    /// have none).
+    explicit Error(std::int32_t number);
+    Error(std::int32_t number, StringView description);
+
+    std::int32_t number() const noexcept { return number_; }
+    const String& description() const noexcept { return description_; }
+    /// The HRESULT by which the error crosses COM.
+    std::int32_t hresult() const noexcept;
+    /// The error behind a failing HRESULT: 0x800A.... and COM's well-known failures become the host's numbers, every
+    /// other stays. An empty description is filled from the number.
+    static Error fromHresult(std::int32_t hresult, StringView description = {});
+
+    /// The description as UTF-8.
+    const char* what() const noexcept override { return utf8_.c_str(); }
+
+private:
+    std::int32_t number_;
+    String description_;
+    std::string utf8_;
+};
+
+/// The text that hosts show for an error number; "Application-defined or object-defined error" for one they do not
+/// know.
+StringView descriptionOf(std::int32_t number);
+
+} // namespace tarncom32::automation

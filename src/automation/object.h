@@ -1,0 +1,146 @@
+#pragma once
+
+#include "automation/member_name.h"
+#include "automation/string.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <type_traits>
+#include <utility>
+
+namespace tarncom32::automation {
+
+class Variant;
+class EventSource;
+struct ClassInfo;
+template <class T> class Ref;
+
+/// How a member is reached.
+enum class Access : std::uint8_t {
+    Method,       ///< a call
+    Get,          ///< reading a property
+    Let,          ///< assigning a value to a property
+    Set,          ///< assigning an object reference to a property
+    MethodOrGet,  ///< what `object.Name(...)` in an expression means: a method, else a property
+};
+
+/// Walks the items of a collection, one time, from the first to the last.
+class Enumerator {
+public:
+    virtual ~Enumerator() = default;
+    /// Puts the next item into `item`; false, leaving it, when there is none.
+    virtual bool next(Variant& item) = 0;
+    /// A walk of its own that stands where this one stands.
+    virtual std::unique_ptr<Enumerator> clone() const = 0;
+};
+
+/// Anything that automation can hold a reference to: an object of this library, of the stand-in, or a foreign one.
+/// Members are found by name without regard to case. Counted intrusively: hold one through `Ref`.
+class Object {
+public:
+    Object() noexcept { ++liveCount_; }
+    Object(const Object&) = delete;
+    Object& operator=(const Object&) = delete;
+
+    void addRef() const noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
+    void release() const noexcept {
+        if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+    }
+
+    /// The name of the object's class, as `TypeName` of a script gives it.
+    virtual String typeName() const = 0;
+
+    /// Calls the member `name`. `arguments` stand in their published order (a property's value last); whatever the
+    /// member writes to a by-reference parameter stands in its argument afterwards. `byReference` has a bit set for
+    /// each argument (lowest bit: first) whose changes the caller wants from a foreign object. Raises 438 when there
+    /// is no such member, 449/450 for missing/too many arguments, 13 or 6 when an argument does not convert, and
+    /// whatever the member raises.
+    virtual Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments,
+                           std::uint32_t byReference = 0) = 0;
+
+    /// Whether the object answers to `name`, whatever the kind of member.
+    virtual bool hasMember(const MemberName& name) = 0;
+
+    /// A walk over the object's items. Raises 451 when the object is no collection.
+    virtual std::unique_ptr<Enumerator> enumerate();
+
+    /// The object's description; null for a foreign object.
+    virtual const ClassInfo* classInfo() const { return nullptr; }
+
+    /// The events that the object raises; null when it raises none.
+    virtual EventSource* events() { return nullptr; }
+
+    template <class... Args>
+    Variant call(const MemberName& name, Args&&... args);
+    template <class... Args>
+    Variant get(const MemberName& name, Args&&... args);
+    /// Assigns the last argument; the others are the property's own arguments.
+    template <class... Args>
+    void put(const MemberName& name, Args&&... args);
+    /// Assigns an object reference.
+    template <class... Args>
+    void putReference(const MemberName& name, Args&&... args);
+
+    /// Objects alive in this process; 0 once every reference has gone.
+    static std::size_t liveCount() noexcept { return liveCount_.load(); }
+
+protected:
+    virtual ~Object() { --liveCount_; }
+
+private:
+    static std::atomic<std::size_t> liveCount_;
+    mutable std::atomic<std::uint32_t> references_{0};
+};
+
+/// A counted reference; null is automation's Nothing.
+template <class T>
+class Ref {
+public:
+    using element_type = T;
+
+    constexpr Ref() noexcept = default;
+    constexpr Ref(std::nullptr_t) noexcept {}
+    explicit(false) Ref(T* object) noexcept : object_(object) {
+        if (object_) object_->addRef();
+    }
+    Ref(const Ref& other) noexcept : Ref(other.object_) {}
+    Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    template <class U>
+        requires std::is_convertible_v<U*, T*>
+    explicit(false) Ref(const Ref<U>& other) noexcept : Ref(static_cast<T*>(other.get())) {}
+    ~Ref() {
+        if (object_) object_->release();
+    }
+    Ref& operator=(Ref other) noexcept {
+        std::swap(object_, other.object_);
+        return *this;
+    }
+
+    T* get() const noexcept { return object_; }
+    T* operator->() const noexcept { return object_; }
+    T& operator*() const noexcept { return *object_; }
+    explicit operator bool() const noexcept { return object_ != nullptr; }
+    friend bool operator==(const Ref& left, const Ref& right) noexcept { return left.object_ == right.object_; }
+
+private:
+    T* object_ = nullptr;
+};
+
+using ObjectRef = Ref<Object>;
+
+/// Makes an object and its first reference.
+template <class T, class... Args>
+Ref<T> make(Args&&... args) {
+    return Ref<T>(new T(std::forward<Args>(args)...));
+}
+
+/// The object behind `reference`. Raises 91 when it is Nothing.
+template <class T>
+T& deref(const Ref<T>& reference);
+
+} // namespace tarncom32::automation
+
+#include "automation/variant.h"
