@@ -1,0 +1,39 @@
+"""Counts the test cases in a result file of ctest and prints: passed, failed, the names of those skipped.
+
+An entry of ctest may be one test case or a whole GoogleTest program; a program counts as its cases.
+"""
+
+import re
+import sys
+import xml.etree.ElementTree
+
+PASSED = re.compile(r"^\[  PASSED  \] (\d+) tests?\.", re.MULTILINE)
+FAILED = re.compile(r"^\[  FAILED  \] (\d+) tests?, listed below:", re.MULTILINE)
+SKIPPED = re.compile(r"^\[  SKIPPED \] (\S+\.\S+)\s*$", re.MULTILINE)
+
+
+def count(entry):
+    """The numbers of cases passed and failed in one entry, and the names of those skipped."""
+    output = entry.findtext("system-out") or ""
+    good = entry.get("status") == "run"
+    if entry.get("status") in ("notrun", "disabled"):
+        return 0, 0, [entry.get("name")]
+    passed, failed = PASSED.search(output), FAILED.search(output)
+    if not passed:
+        return int(good), int(not good), []
+    # A program that goes wrong after its last case has failed all the same.
+    return (
+        int(passed.group(1)),
+        max(int(failed.group(1)) if failed else 0, int(not good)),
+        sorted(set(SKIPPED.findall(output))),
+    )
+
+
+def main():
+    entries = xml.etree.ElementTree.parse(sys.argv[1]).getroot().iter("testcase")
+    counts = [count(entry) for entry in entries]
+    skipped = [name for _, _, names in counts for name in names]
+    print(sum(c[0] for c in counts), sum(c[1] for c in counts), *skipped)
+
+
+main()
