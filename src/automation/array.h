@@ -15,8 +15,8 @@ public:
     /// `count` elements with the empty value of their type, the first at `lowerBound`.
     Array(VariantType elementType, std::int32_t lowerBound, std::size_t count);
     /// An array that holds `items`, the first at `lowerBound`; their type must be `elementType`.
-    Array(VariantType elementType, std::int32_t lowerBound, std::vector<Variant> items) :
-        elementType_(elementType), lowerBound_(lowerBound), hasBounds_(true), items_(std::move(items)) {}
+    Array(VariantType elementType, std::int32_t lowerBound, std::vector<Variant> items)
+        : elementType_(elementType), lowerBound_(lowerBound), hasBounds_(true), items_(std::move(items)) {}
 
     VariantType elementType() const { return elementType_; }
     bool hasBounds() const { return hasBounds_; }
@@ -40,16 +40,21 @@ private:
     std::vector<Variant> items_;
 };
 
-/// An array whose elements have a type that the member's declaration fixes.
+/// How a member takes an array: always the caller's own, filled or sorted in place, whose elements have a type that the
+/// member's declaration fixes (`Variant`: any).
 template <VariantType Element>
-class ArrayOf : public Array {
+class ArrayRef {
 public:
-    ArrayOf() : Array(Element) {}
-    explicit ArrayOf(Array array) : Array(std::move(array)) {}
+    ArrayRef(Array& array) : array_(&array) {}
+    Array& operator*() const { return *array_; }
+    Array* operator->() const { return array_; }
+
+private:
+    Array* array_;
 };
 
-using StringArray = ArrayOf<VariantType::String>;
-using VariantArray = ArrayOf<VariantType::Variant>;
+using StringArray = ArrayRef<VariantType::String>;
+using VariantArray = ArrayRef<VariantType::Variant>;
 
 /// The value that a new variable of the type has: 0, "", false, Nothing, or Empty.
 Variant emptyValueOf(VariantType type);

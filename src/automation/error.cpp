@@ -48,24 +48,24 @@ struct KnownResult {
 
 // How hosts translate the failures of COM and of late binding.
 constexpr KnownResult kKnownResults[] = {
-    {0x80004001, errors::ActionNotSupported}, // E_NOTIMPL
-    {0x80004002, 430},                        // E_NOINTERFACE
-    {0x80020003, errors::NoSuchMember},       // DISP_E_MEMBERNOTFOUND
-    {0x80020004, errors::ArgumentNotOptional}, // DISP_E_PARAMNOTFOUND
-    {0x80020005, errors::TypeMismatch},       // DISP_E_TYPEMISMATCH
-    {0x80020006, errors::NoSuchMember},       // DISP_E_UNKNOWNNAME
-    {0x80020008, errors::UnsupportedType},    // DISP_E_BADVARTYPE
-    {0x8002000A, errors::Overflow},           // DISP_E_OVERFLOW
-    {0x8002000B, errors::SubscriptOutOfRange}, // DISP_E_BADINDEX
-    {0x8002000E, errors::WrongArgumentCount}, // DISP_E_BADPARAMCOUNT
-    {0x8002000F, errors::ArgumentNotOptional}, // DISP_E_PARAMNOTOPTIONAL
-    {0x80020012, errors::DivisionByZero},     // DISP_E_DIVBYZERO
-    {0x80040154, errors::CannotCreateObject}, // REGDB_E_CLASSNOTREG
-    {0x80070005, errors::PermissionDenied},   // E_ACCESSDENIED
-    {0x8007000E, errors::OutOfMemory},        // E_OUTOFMEMORY
+    {0x80004001, errors::ActionNotSupported},   // E_NOTIMPL
+    {0x80004002, 430},                          // E_NOINTERFACE
+    {0x80020003, errors::NoSuchMember},         // DISP_E_MEMBERNOTFOUND
+    {0x80020004, errors::ArgumentNotOptional},  // DISP_E_PARAMNOTFOUND
+    {0x80020005, errors::TypeMismatch},         // DISP_E_TYPEMISMATCH
+    {0x80020006, errors::NoSuchMember},         // DISP_E_UNKNOWNNAME
+    {0x80020008, errors::UnsupportedType},      // DISP_E_BADVARTYPE
+    {0x8002000A, errors::Overflow},             // DISP_E_OVERFLOW
+    {0x8002000B, errors::SubscriptOutOfRange},  // DISP_E_BADINDEX
+    {0x8002000E, errors::WrongArgumentCount},   // DISP_E_BADPARAMCOUNT
+    {0x8002000F, errors::ArgumentNotOptional},  // DISP_E_PARAMNOTOPTIONAL
+    {0x80020012, errors::DivisionByZero},       // DISP_E_DIVBYZERO
+    {0x80040154, errors::CannotCreateObject},   // REGDB_E_CLASSNOTREG
+    {0x80070005, errors::PermissionDenied},     // E_ACCESSDENIED
+    {0x8007000E, errors::OutOfMemory},          // E_OUTOFMEMORY
     {0x80070057, errors::InvalidProcedureCall}, // E_INVALIDARG
-    {0x800401E3, errors::CannotCreateObject}, // MK_E_UNAVAILABLE
-    {0x800401F3, errors::CannotCreateObject}, // CO_E_CLASSSTRING
+    {0x800401E3, errors::CannotCreateObject},   // MK_E_UNAVAILABLE
+    {0x800401F3, errors::CannotCreateObject},   // CO_E_CLASSSTRING
 };
 
 constexpr std::uint32_t kHostFacility = 0x800A0000;
@@ -80,8 +80,8 @@ StringView descriptionOf(std::int32_t number) {
 
 Error::Error(std::int32_t number) : Error(number, descriptionOf(number)) {}
 
-Error::Error(std::int32_t number, StringView description) :
-    number_(number), description_(description), utf8_(toUtf8(description)) {}
+Error::Error(std::int32_t number, StringView description)
+    : number_(number), description_(description), utf8_(toUtf8(description)) {}
 
 std::int32_t Error::hresult() const noexcept {
     if (number_ < 0) return number_;

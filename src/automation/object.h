@@ -16,15 +16,16 @@ namespace tarncom32::automation {
 class Variant;
 class EventSource;
 struct ClassInfo;
-template <class T> class Ref;
+template <class T>
+class Ref;
 
 /// How a member is reached.
 enum class Access : std::uint8_t {
-    Method,       ///< a call
-    Get,          ///< reading a property
-    Let,          ///< assigning a value to a property
-    Set,          ///< assigning an object reference to a property
-    MethodOrGet,  ///< what `object.Name(...)` in an expression means: a method, else a property
+    Method,      ///< a call
+    Get,         ///< reading a property
+    Let,         ///< assigning a value to a property
+    Set,         ///< assigning an object reference to a property
+    MethodOrGet, ///< what `object.Name(...)` in an expression means: a method, else a property
 };
 
 /// Walks the items of a collection, one time, from the first to the last.
@@ -109,7 +110,7 @@ public:
     Ref(const Ref& other) noexcept : Ref(other.object_) {}
     Ref(Ref&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
     template <class U>
-        requires std::is_convertible_v<U*, T*>
+    requires std::is_convertible_v<U*, T*>
     explicit(false) Ref(const Ref<U>& other) noexcept : Ref(static_cast<T*>(other.get())) {}
     ~Ref() {
         if (object_) object_->release();

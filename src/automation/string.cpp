@@ -9,10 +9,16 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool isHighSurrogate(char16_t c) { return c >= 0xD800 && c <= 0xDBFF; }
-bool isLowSurrogate(char16_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+bool isHighSurrogate(char16_t c) {
+    return c >= 0xD800 && c <= 0xDBFF;
+}
+bool isLowSurrogate(char16_t c) {
+    return c >= 0xDC00 && c <= 0xDFFF;
+}
 
-char16_t foldLatin(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
+char16_t foldLatin(char16_t c) {
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+}
 
 void appendUtf8(std::string& out, char32_t c) {
     const auto byte = [&out](char32_t value) { out.push_back(static_cast<char>(value)); };
@@ -47,7 +53,10 @@ void appendUtf16(String& out, char32_t c) {
 std::optional<char32_t> nextCodePoint(std::string_view text, std::size_t& at) {
     const auto first = static_cast<unsigned char>(text[at++]);
     if (first < 0x80) return first;
-    const int extra = first >= 0xF0 && first < 0xF5 ? 3 : first >= 0xE0 && first < 0xF0 ? 2 : first >= 0xC2 && first < 0xE0 ? 1 : 0;
+    const int extra = first >= 0xF0 && first < 0xF5   ? 3
+                      : first >= 0xE0 && first < 0xF0 ? 2
+                      : first >= 0xC2 && first < 0xE0 ? 1
+                                                      : 0;
     if (extra == 0 || at + static_cast<std::size_t>(extra) > text.size()) return std::nullopt;
     char32_t c = first & (0x3Fu >> extra);
     for (int i = 0; i < extra; ++i) {
@@ -101,7 +110,8 @@ std::string toUtf8(StringView text) {
 String fromUtf8(std::string_view text) {
     String out;
     out.reserve(text.size());
-    for (std::size_t at = 0; at < text.size();) appendUtf16(out, nextCodePoint(text, at).value_or(kReplacement));
+    for (std::size_t at = 0; at < text.size();)
+        appendUtf16(out, nextCodePoint(text, at).value_or(kReplacement));
     return out;
 }
 
@@ -114,7 +124,8 @@ bool equalsIgnoreCase(StringView left, StringView right) noexcept {
 
 String toUpper(StringView text) {
     String out(text);
-    for (char16_t& c : out) c = upper(c);
+    for (char16_t& c : out)
+        c = upper(c);
     return out;
 }
 

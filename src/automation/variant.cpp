@@ -41,10 +41,14 @@ ArrayBox& ArrayBox::operator=(ArrayBox other) noexcept {
     return *this;
 }
 
-bool operator==(const ArrayBox& left, const ArrayBox& right) { return *left == *right; }
+bool operator==(const ArrayBox& left, const ArrayBox& right) {
+    return *left == *right;
+}
 
 Variant::Variant(Array value) : value_(ArrayBox(std::move(value))) {}
 
-VariantType Variant::type() const noexcept { return std::visit(TypeOf{}, value_); }
+VariantType Variant::type() const noexcept {
+    return std::visit(TypeOf{}, value_);
+}
 
 } // namespace tarncom32::automation

@@ -125,14 +125,14 @@ public:
     Variant(StringView value) : value_(String(value)) {}
     Variant(const char16_t* value) : value_(String(value)) {}
     template <class T>
-        requires std::is_base_of_v<Object, T>
-    Variant(const Ref<T>& value) noexcept : value_(ObjectRef(value)) {}
+    requires std::is_base_of_v<Object, T> Variant(const Ref<T>& value)
+    noexcept : value_(ObjectRef(value)) {}
     Variant(ObjectRef&& value) noexcept : value_(std::move(value)) {}
     Variant(Array value);
     /// An enumeration member travels as its 32-bit value.
     template <class E>
-        requires std::is_enum_v<E>
-    Variant(E value) noexcept : value_(static_cast<std::int32_t>(value)) {}
+    requires std::is_enum_v<E> Variant(E value)
+    noexcept : value_(static_cast<std::int32_t>(value)) {}
 
     Variant(const Variant&) = default;
     Variant& operator=(const Variant&) = default;
@@ -156,7 +156,8 @@ public:
     bool isObject() const noexcept { return std::holds_alternative<ObjectRef>(value_); }
 
     /// The value if it is held as exactly a `T`, else null: no conversion.
-    template <class T> T* as() noexcept {
+    template <class T>
+    T* as() noexcept {
         if constexpr (std::is_same_v<T, Array>) {
             auto* box = std::get_if<ArrayBox>(&value_);
             return box ? &**box : nullptr;
@@ -164,15 +165,17 @@ public:
             return std::get_if<T>(&value_);
         }
     }
-    template <class T> const T* as() const noexcept { return const_cast<Variant*>(this)->as<T>(); }
+    template <class T>
+    const T* as() const noexcept {
+        return const_cast<Variant*>(this)->as<T>();
+    }
 
     /// Same type and same value; objects by identity, arrays element by element.
     friend bool operator==(const Variant&, const Variant&) = default;
 
 private:
     using Value = std::variant<std::monostate, Null, std::uint8_t, std::int16_t, std::int32_t, float, double, Currency,
-                               Date, Decimal, ErrorValue, OtherInteger, Record, Boolean, String, ObjectRef,
-                               ArrayBox>;
+                               Date, Decimal, ErrorValue, OtherInteger, Record, Boolean, String, ObjectRef, ArrayBox>;
 
     Value value_;
 };

@@ -1,0 +1,186 @@
+#pragma once
+
+// Member tables. A public class is an ordinary C++ class that derives from `Described<Itself>` and has
+//
+//     static constexpr StringView kClassName = u"Greeter";
+//     static const ClassInfo& describe();
+//
+// whose body is the table, one line a member:
+//
+//     static const ClassInfo info(kClassName, u"Greets people.", "..."_guid, "..."_guid, {
+//         member::method<&Greeter::greet>(1, u"Greet", {in(u"sName"), optional(in(u"bLoud"), Boolean(false))},
+//         u"Returns ..."), member::get<&Greeter::language>(2, u"Language", {}, u"The language of the greeting."),
+//         member::let<&Greeter::setLanguage>(2, u"Language", {in(u"sLanguage")}, u"The language of the greeting."),
+//     });
+//     return info;
+//
+// Types come from the member pointers: texts that a member only reads are `StringView`, by-reference parameters are
+// `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`; objects are `ObjectRef` or `Ref<Class>`.
+
+#include "automation/arguments.h"
+
+#include <array>
+#include <stdexcept>
+#include <tuple>
+
+namespace tarncom32::automation {
+
+namespace detail {
+
+template <class M>
+struct MemberTraits;
+template <class C, class R, class... P>
+struct MemberTraits<R (C::*)(P...)> {
+    using Class = C;
+    using Result = R;
+    using Parameters = std::tuple<P...>;
+    static constexpr std::size_t kCount = sizeof...(P);
+    static std::vector<Type> types() { return {kTypeOf<P>...}; }
+    /// Whether each parameter is one that a member can write to.
+    static constexpr std::array<bool, sizeof...(P)> kWritable{
+        (std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>)...};
+};
+template <class C, class R, class... P>
+struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
+
+/// `const String&` and the like arrive as values; only `const Variant&` is worth a reference.
+template <class P>
+struct SlotOf {
+    using type = Slot<std::conditional_t<std::is_lvalue_reference_v<P> && !std::is_same_v<P, const Variant&> &&
+                                             std::is_const_v<std::remove_reference_t<P>>,
+                                         std::remove_cvref_t<P>, P>>;
+};
+
+/// The slots of all parameters, made from the first to the last.
+template <class Indices, class... S>
+class SlotPack;
+template <std::size_t I, class S>
+struct SlotLeaf {
+    S slot;
+};
+template <std::size_t... I, class... S>
+class SlotPack<std::index_sequence<I...>, S...> : SlotLeaf<I, S>... {
+public:
+    SlotPack(const MemberInfo& member, std::span<Variant> arguments)
+        : SlotLeaf<I, S>{S(member.parameters[I], I < arguments.size() ? &arguments[I] : nullptr)}... {}
+
+    template <class F>
+    decltype(auto) apply(F&& call) {
+        return std::forward<F>(call)(static_cast<SlotLeaf<I, S>&>(*this).slot.get()...);
+    }
+};
+
+template <class Parameters>
+struct PackOf;
+template <class... P>
+struct PackOf<std::tuple<P...>> {
+    using type = SlotPack<std::index_sequence_for<P...>, typename SlotOf<P>::type...>;
+};
+
+/// The late-bound form of a member: arguments in, the member's own call, result out.
+template <auto Member>
+Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> arguments) {
+    using Traits = MemberTraits<decltype(Member)>;
+    if (arguments.size() > Traits::kCount) throw Error(errors::WrongArgumentCount);
+    auto& object = static_cast<typename Traits::Class&>(self);
+    typename PackOf<typename Traits::Parameters>::type slots(member, arguments);
+    return slots.apply([&](auto&&... values) -> Variant {
+        if constexpr (std::is_void_v<typename Traits::Result>) {
+            (object.*Member)(std::forward<decltype(values)>(values)...);
+            return {};
+        } else {
+            return Variant((object.*Member)(std::forward<decltype(values)>(values)...));
+        }
+    });
+}
+
+template <auto Member>
+MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters,
+                      StringView help, Visibility visibility) {
+    using Traits = MemberTraits<decltype(Member)>;
+    const std::vector<Type> types = Traits::types();
+    if (types.size() != parameters.size())
+        throw std::logic_error(toUtf8(name) + ": the table and the C++ member differ in the number of parameters");
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        parameters[i].type = types[i];
+        if (!types[i].isArray && parameters[i].isByReference() != Traits::kWritable[i])
+            throw std::logic_error(toUtf8(name) + ": direction and C++ type of a parameter do not agree");
+    }
+    return {name,
+            dispid,
+            kind,
+            help,
+            visibility,
+            kTypeOf<typename Traits::Result>,
+            std::move(parameters),
+            &invokeMember<Member>};
+}
+
+template <auto Member>
+std::unique_ptr<Enumerator> enumerateMember(Object& self) {
+    return (static_cast<typename MemberTraits<decltype(Member)>::Class&>(self).*Member)();
+}
+
+} // namespace detail
+
+/// The lines of a member table.
+namespace member {
+
+/// A method, or one accessor of a property.
+template <auto Member>
+MemberInfo method(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
+                  Visibility visibility = Visibility::Normal) {
+    return detail::makeMember<Member>(MemberKind::Method, dispid, name, std::move(parameters), help, visibility);
+}
+template <auto Member>
+MemberInfo get(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
+               Visibility visibility = Visibility::Normal) {
+    return detail::makeMember<Member>(MemberKind::Get, dispid, name, std::move(parameters), help, visibility);
+}
+template <auto Member>
+MemberInfo let(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
+               Visibility visibility = Visibility::Normal) {
+    return detail::makeMember<Member>(MemberKind::Let, dispid, name, std::move(parameters), help, visibility);
+}
+template <auto Member>
+MemberInfo set(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
+               Visibility visibility = Visibility::Normal) {
+    return detail::makeMember<Member>(MemberKind::Set, dispid, name, std::move(parameters), help, visibility);
+}
+/// The line of the member that starts `For Each`: `Member` returns `std::unique_ptr<Enumerator>`.
+template <auto Member>
+MemberInfo newEnum() {
+    MemberInfo member{u"_NewEnum",
+                      kDispidNewEnum,
+                      MemberKind::Get,
+                      u"Walks the items from the first to the last.",
+                      Visibility::Restricted,
+                      kTypeOf<std::unique_ptr<Enumerator>>};
+    member.enumerate = &detail::enumerateMember<Member>;
+    return member;
+}
+
+} // namespace member
+
+/// Late binding out of the member table of `C`.
+template <class C>
+class Described : public Object {
+public:
+    String typeName() const override { return String(C::kClassName); }
+    const ClassInfo* classInfo() const override { return &C::describe(); }
+    bool hasMember(const MemberName& name) override { return C::describe().findAny(name) != nullptr; }
+
+    Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments, std::uint32_t) override {
+        const ClassInfo& info = C::describe();
+        if (const MemberInfo* member = info.find(name, access); member && member->invoke)
+            return member->invoke(*this, *member, arguments);
+        throw noSuchMember(info, name);
+    }
+
+    std::unique_ptr<Enumerator> enumerate() override {
+        if (const MemberInfo* member = C::describe().find(kDispidNewEnum, Access::Get)) return member->enumerate(*this);
+        return Object::enumerate();
+    }
+};
+
+} // namespace tarncom32::automation
