@@ -1,0 +1,75 @@
+#pragma once
+
+#include "automation/error.h"
+#include "platform/platform.h"
+
+#include <new>
+
+/// Failure styles. A public member shows at the top of its body which one it has: `reportAndStop` around the whole,
+/// `silently` around each step, or neither, and then its failures go to the caller.
+namespace tarncom32::frame {
+
+/// The title of the library's message boxes and the name of its type library.
+inline constexpr automation::StringView kLibraryName = u"TarnCom32";
+
+/// The error that the calling thread is dealing with.
+struct CurrentError {
+    std::int32_t number = 0;
+    automation::String description{};
+};
+
+/// The calling thread's current error; number 0 and no description when there is none.
+const CurrentError& currentError();
+
+/// Makes `error` the calling thread's current error as long as the scope lives, then the one before again.
+class CurrentErrorScope {
+public:
+    explicit CurrentErrorScope(const automation::Error& error);
+    ~CurrentErrorScope();
+    CurrentErrorScope(const CurrentErrorScope&) = delete;
+    CurrentErrorScope& operator=(const CurrentErrorScope&) = delete;
+
+private:
+    CurrentError error_;
+    const CurrentError* previous_;
+};
+
+/// Tells the user, in a modal message box titled with the library's name, that `procedureName` of `componentName`
+/// failed with the current error. Reads the error and leaves it as it is; with no error it shows number 0.
+void reportError(platform::MessageBox& messageBox, automation::StringView componentName,
+                 automation::StringView procedureName);
+
+/// Calls `body` and hands every failure, those of the C++ library included, to `handle` as an `Error`.
+template <class Body, class Handler>
+void trap(Body&& body, Handler&& handle) {
+    try {
+        body();
+    } catch (const automation::Error& error) {
+        handle(error);
+    } catch (const std::bad_alloc&) {
+        handle(automation::Error(automation::errors::OutOfMemory));
+    } catch (const std::exception& error) {
+        handle(automation::Error(automation::errors::InternalError, automation::fromUtf8(error.what())));
+    }
+}
+
+/// Report and stop: runs `body` up to its first failure, which is reported and goes no further. What `body` assigned
+/// before stays.
+template <class Body>
+void reportAndStop(platform::MessageBox& messageBox, automation::StringView componentName,
+                   automation::StringView procedureName, Body&& body) {
+    trap(std::forward<Body>(body), [&](const automation::Error& error) {
+        const CurrentErrorScope scope(error);
+        reportError(messageBox, componentName, procedureName);
+    });
+}
+
+/// Silent: a step that fails is skipped; whether it succeeded.
+template <class Step>
+bool silently(Step&& step) {
+    bool succeeded = true;
+    trap(std::forward<Step>(step), [&](const automation::Error&) { succeeded = false; });
+    return succeeded;
+}
+
+} // namespace tarncom32::frame

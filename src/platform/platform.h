@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/code_page.h"
+#include "platform/message_box.h"
+#include "platform/running_applications.h"
+
+namespace tarncom32::platform {
+
+/// What the library needs from its surroundings. Objects keep a reference: it must outlive all of them.
+struct Platform {
+    MessageBox& messageBox;
+    RunningApplications& applications;
+    const CodePage& codePage;
+};
+
+} // namespace tarncom32::platform
