@@ -1,0 +1,265 @@
+#include "standin/drawing/drawing_reader.h"
+#include "standin/drawing/part_name.h"
+#include "standin/drawing_package.h"
+#include "support/source_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <functional>
+#include <iterator>
+
+namespace tarncom32::standin::drawing {
+namespace {
+
+using testing::HasSubstr;
+using tests::change;
+using tests::Parts;
+using tests::smallDrawing;
+using tests::visioPart;
+
+constexpr const char* documentPart = "visio/document.xml";
+constexpr const char* documentRels = "visio/_rels/document.xml.rels";
+constexpr const char* pagesPart = "visio/pages/pages.xml";
+constexpr const char* pagesRels = "visio/pages/_rels/pages.xml.rels";
+constexpr const char* page1 = "visio/pages/page1.xml";
+constexpr const char* master1 = "visio/masters/master1.xml";
+
+// The message with which bytes are refused; "" when they are read.
+std::string refusal(std::span<const std::byte> bytes, const Limits& limits = {}, std::string* part = nullptr) {
+    try {
+        (void)readDrawing(bytes, "test.vsdx", limits);
+        return {};
+    } catch (const DrawingError& error) {
+        if (part != nullptr) *part = error.part();
+        return error.what();
+    }
+}
+
+std::string repeated(std::string_view text, int count) {
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
+std::string nested(int depth) {
+    std::string text;
+    for (int i = 1; i <= depth; ++i)
+        text += "<Shapes><Shape ID='" + std::to_string(i) + "'>";
+    return text + repeated("</Shape></Shapes>", depth);
+}
+
+TEST(HostileDrawing, IsRefusedWithThePartAndTheReason) {
+    const auto page = [](std::string content) {
+        return [content](Parts& parts) { parts[page1] = visioPart("PageContents", content); };
+    };
+    const auto target = [](std::string path) {
+        return [path](Parts& parts) { change(parts, pagesRels, "'page1.xml'", "'" + path + "'"); };
+    };
+    const auto without = [](std::string part) { return [part](Parts& parts) { parts.erase(part); }; };
+    const auto doctype = [](std::string declaration, std::string text) {
+        return [=](Parts& parts) {
+            parts[page1] = "<!DOCTYPE PageContents " + declaration + ">" +
+                           visioPart("PageContents", "<Shapes><Shape ID='1'><Text>" + text + "</Text></Shape></Shapes>")
+                               .substr(38);
+        };
+    };
+    const struct {
+        const char* name;
+        std::function<void(Parts&)> spoil;
+        const char* part;
+        const char* reason;
+    } rows[] = {
+        {"no content types", without("[Content_Types].xml"), "[Content_Types].xml", "missing"},
+        {"no relationships", without("_rels/.rels"), "", "not a Visio package"},
+        {"another Office file",
+         [](Parts& p) { change(p, "_rels/.rels", "microsoft.com/visio/2010", "openxmlformats.org/officeDocument"); },
+         "", "not a Visio package"},
+        {"not Visio's content type", [](Parts& p) { change(p, "[Content_Types].xml", "vnd.ms-visio.drawing", "word"); },
+         documentPart, "content type"},
+        {"no document part", without(documentPart), documentPart, "missing"},
+        {"no pages part", without(pagesPart), pagesPart, "missing"},
+        {"no page part", without(page1), page1, "missing"},
+        {"no master part", without(master1), master1, "missing"},
+        {"no way to the pages", without(documentRels), documentRels, "no pages"},
+        {"two pages parts", [](Parts& p) { change(p, documentRels, "relationships/masters", "relationships/pages"); },
+         documentRels, "two"},
+        {"no page", [](Parts& p) { p[pagesPart] = visioPart("Pages", ""); }, pagesPart, "no page"},
+        {"unknown relationship", [](Parts& p) { change(p, pagesPart, "rId1", "rId8"); }, pagesPart, "rId8"},
+        {"relationship of another type",
+         [](Parts& p) { change(p, "visio/masters/_rels/masters.xml.rels", "master' Target='master2", "x' Target='m"); },
+         "visio/masters/masters.xml", "rId2"},
+        {"two relationships of one id", [](Parts& p) { change(p, pagesRels, "rId2", "rId1"); }, pagesRels, "rId1"},
+        {"one part for two pages", target("page2.xml"), "visio/pages/page2.xml", "twice"},
+        {"page part is another", target("pages.xml"), pagesPart, "PageContents"},
+        {"leads out", target("../../../etc/passwd"), pagesRels, "out of the package"},
+        {"leads out and back", target("../../../x/visio/pages/page1.xml"), pagesRels, "out of the package"},
+        {"absolute path of a machine", target("/etc/passwd"), "etc/passwd", "missing"},
+        {"file URL", target("file:///etc/passwd"), pagesRels, "URL"},
+        {"drive", target("C:/page1.xml"), pagesRels, "drive"},
+        {"share", target("//host/share/page1.xml"), pagesRels, "another machine"},
+        {"backslash", target("..\\pages\\page1.xml"), pagesRels, "backslash"},
+        {"encoded dots", target("%2e%2e/%2E%2E/page1.xml"), pagesRels, "percent"},
+        {"encoded backslash", target("a%5cpage1.xml"), pagesRels, "percent"},
+        {"cut encoding", target("page1.xml%2"), pagesRels, "percent"},
+        {"folder", target("../pages/"), pagesRels, "folder"},
+        {"empty target", target(""), pagesRels, "empty"},
+        {"external target", target("page1.xml' TargetMode='External"), pagesRels, "outside"},
+        {"parts that differ in case", [](Parts& p) { p["visio/PAGES/page1.xml"] = p[page1]; }, page1, "twice"},
+        {"broken XML", page("<Shapes>"), page1, "not well-formed"},
+        {"text behind the root", [](Parts& p) { p[page1] += "<more/>"; }, page1, "not well-formed"},
+        {"empty part", [](Parts& p) { p[page1] = ""; }, page1, "not well-formed"},
+        {"zero bytes", [](Parts& p) { p[page1] = std::string(100, '\0'); }, page1, "not well-formed"},
+        {"bad UTF-8", page("<Shapes><Shape ID='1' Name='\xC3\x28'/></Shapes>"), page1, "not well-formed"},
+        {"entity bomb",
+         doctype("[<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;'><!ENTITY c '&b;&b;&b;&b;&b;&b;&b;'>]",
+                 "&c;"),
+         page1, "document type"},
+        {"entity from a file", doctype("[<!ENTITY a SYSTEM 'file:///etc/passwd'>]", "&a;"), page1, "document type"},
+        {"outside document type", doctype("SYSTEM 'http://localhost/x.dtd'", ""), page1, "document type"},
+        {"undeclared entity", page("<Shapes><Shape ID='1'><Text>&a;</Text></Shape></Shapes>"), page1, "Entity"},
+        {"root in no namespace", [](Parts& p) { p[page1] = "<PageContents/>"; }, page1, "root element"},
+        {"two shapes of one id", page("<Shapes><Shape ID='1'><Shapes><Shape ID='1'/></Shapes></Shape></Shapes>"), page1,
+         "ID 1"},
+        {"shape without id", page("<Shapes><Shape/></Shapes>"), page1, "no ID"},
+        {"id that is no number", page("<Shapes><Shape ID='1x'/></Shapes>"), page1, "\"1x\""},
+        {"id below zero", page("<Shapes><Shape ID='-1'/></Shapes>"), page1, "\"-1\""},
+        {"id too large", page("<Shapes><Shape ID='4294967296'/></Shapes>"), page1, "4294967296"},
+        {"line break in an id", page("<Shapes><Shape ID='a&#10;b'/></Shapes>"), page1, "\"a?b\""},
+        {"two lists of sub-shapes", page("<Shapes><Shape ID='1'><Shapes/><Shapes/></Shape></Shapes>"), page1, "two"},
+        {"two lists of shapes", page("<Shapes/><Shapes/>"), page1, "two"},
+        {"two pages of one id", [](Parts& p) { change(p, pagesPart, "ID='4'", "ID='0'"); }, pagesPart, "ID 0"},
+        {"two masters of one id", [](Parts& p) { change(p, "visio/masters/masters.xml", "ID='4'", "ID='2'"); },
+         "visio/masters/masters.xml", "ID 2"},
+        {"page without part", [](Parts& p) { change(p, pagesPart, "<Rel r:id='rId1'/>", ""); }, pagesPart, "no Rel"},
+        {"page behind itself", [](Parts& p) { change(p, pagesPart, "Background='1'", "Background='1' BackPage='4'"); },
+         pagesPart, "own background"},
+        {"master in itself", [](Parts& p) { change(p, master1, "ID='6'", "ID='6' Master='2'"); }, master1, "itself"},
+        {"masters in a circle", [](Parts& p) { change(p, master1, "ID='6'", "ID='6' Master='4'"); }, master1, "itself"},
+        {"endless groups", page(nested(101)), page1, "deep"},
+        {"endless elements", page(repeated("<a>", 5000)), page1, "not well-formed"},
+    };
+    ASSERT_EQ(refusal(tests::zipped(smallDrawing())), "");
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Parts parts = smallDrawing();
+        row.spoil(parts);
+        std::string part;
+        const std::string message = refusal(tests::zipped(parts), {}, &part);
+        EXPECT_THAT(message, testing::StartsWith("test.vsdx: "));
+        EXPECT_THAT(message, HasSubstr(row.reason));
+        EXPECT_EQ(part, row.part) << message;
+        EXPECT_THAT(message, testing::Not(HasSubstr("\n")));
+    }
+}
+
+TEST(HostileDrawing, DoesNotPassItsLimits) {
+    const auto with = [](auto member, auto value) {
+        Limits limits;
+        limits.*member = static_cast<std::remove_reference_t<decltype(limits.*member)>>(value);
+        return limits;
+    };
+    const std::string spaces(1 << 20, ' ');
+    std::string cells; // each with a string of its own
+    for (int i = 0; i < 20000; ++i)
+        cells += "<Cell N='" + std::to_string(i) + "'/>";
+    const struct {
+        const char* name;
+        std::string page;
+        Limits limits;
+        const char* part;
+        const char* reason;
+    } rows[] = {
+        {"file", "", with(&Limits::maxFileBytes, 1000), "", "larger than 1000 bytes"},
+        {"entries", "", with(&Limits::maxParts, 11), "", "more than 11 entries"},
+        {"declared size", spaces, with(&Limits::maxPartBytes, 1 << 19), page1, "unpacks to more than 524288 bytes"},
+        {"all parts together", spaces, with(&Limits::maxTotalBytes, 1 << 20), page1, "more than 1 MiB in all"},
+        {"zip bomb", spaces, with(&Limits::ratioFreeBytes, 1 << 16), page1, "zip bomb"},
+        {"shapes", "<Shapes><Shape ID='1'/><Shape ID='2'/></Shapes>", with(&Limits::maxShapes, 7), page1,
+         "more than 7 shapes"},
+        {"groups", nested(4), with(&Limits::maxShapeDepth, 3), page1, "more than 3 deep"},
+        {"text", "<Shapes><Shape ID='1'><Text>abc</Text></Shape></Shapes>", with(&Limits::maxTextUnits, 2), page1,
+         "more than 2 characters"},
+        {"cells", "<Shapes><Shape ID='1'>" + cells + "</Shape></Shapes>", with(&Limits::maxModelBytes, 1 << 20), page1,
+         "more than 1 MiB of memory"},
+        {"masters in masters", "", with(&Limits::maxMasterDepth, 1), "visio/masters/master2.xml", "more than 1 deep"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Parts parts = smallDrawing();
+        parts[page1] = visioPart("PageContents", row.page);
+        std::string part;
+        EXPECT_THAT(refusal(tests::zipped(parts), row.limits, &part), HasSubstr(row.reason));
+        EXPECT_EQ(part, row.part);
+        EXPECT_EQ(refusal(tests::zipped(parts)), "") << "it is the limit alone that refuses it";
+    }
+}
+
+// Each of thirty masters holds two instances of the next: a small file that stands for a thousand million shapes.
+TEST(HostileDrawing, DoesNotUnfoldMasters) {
+    Parts parts = smallDrawing();
+    std::string list;
+    std::string rels = "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
+    for (int i = 1; i <= 30; ++i) {
+        const std::string n = std::to_string(i);
+        const std::string next = std::to_string(i + 1);
+        list += "<Master ID='" + n + "' NameU='M'><Rel r:id='r" + n + "'/></Master>";
+        rels += "<Relationship Id='r" + n +
+                "' Type='http://schemas.microsoft.com/visio/2010/relationships/master' Target='m" + n + ".xml'/>";
+        parts["visio/masters/m" + n + ".xml"] =
+            visioPart("MasterContents", "<Shapes><Shape ID='5'><Shapes><Shape ID='6' Master='" + next +
+                                            "'/><Shape ID='7' Master='" + next + "'/></Shapes></Shape></Shapes>");
+    }
+    parts["visio/masters/masters.xml"] = visioPart("Masters", list);
+    parts["visio/masters/_rels/masters.xml.rels"] = rels + "</Relationships>";
+    EXPECT_THAT(refusal(tests::zipped(parts)), HasSubstr("stands for more than 1000000 shapes"));
+}
+
+TEST(HostileDrawing, OfAnotherKindIsToldFromAPackage) {
+    const auto bytes = [](std::string_view text) { return std::as_bytes(std::span(text)); };
+    EXPECT_THAT(refusal(bytes("")), HasSubstr("not a Visio package"));
+    EXPECT_THAT(refusal(bytes("Dear all, please find the drawing attached.")), HasSubstr("not a Visio package"));
+    EXPECT_THAT(refusal(bytes("PK\x03\x04 and no more")), HasSubstr("truncated"));
+    EXPECT_THAT(refusal(bytes("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1")), HasSubstr("binary format"));
+    EXPECT_THAT(refusal(bytes("<?xml version='1.0'?><VisioDocument/>")), HasSubstr("older XML format"));
+
+    const std::filesystem::path here = tests::sourceFolder();
+    EXPECT_THROW((void)readDrawing(here / "no such drawing.vsdx"), DrawingError);
+    EXPECT_THROW((void)readDrawing(here), DrawingError) << "a folder";
+    EXPECT_THROW((void)readDrawing("/dev/null"), DrawingError);
+}
+
+std::vector<std::byte> exampleBytes() {
+    std::ifstream stream(tests::sourceFolder() / "examples/drawings/office-network.vsdx", std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const auto bytes = std::as_bytes(std::span(text));
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST(DamagedDrawing, CutAnywhereIsRefused) {
+    const std::vector<std::byte> whole = exampleBytes();
+    ASSERT_EQ(refusal(whole), "");
+    for (std::size_t length = 0; length < whole.size(); length += length + 600 < whole.size() ? 97 : 1)
+        ASSERT_NE(refusal(std::span(whole).first(length)), "") << "cut to " << length << " bytes";
+}
+
+// A changed byte is refused, or it lies where nothing is read from; in neither case may anything else come of it.
+TEST(DamagedDrawing, WithAChangedByteIsReadOrRefused) {
+    const std::vector<std::byte> whole = exampleBytes();
+    const std::vector<std::byte> packed = tests::zipped(smallDrawing());
+    int refused = 0;
+    for (const auto& original : {whole, packed}) {
+        const std::size_t step = original.size() > 20000 ? 61 : 3;
+        for (std::size_t at = 0; at < original.size(); at += step) {
+            std::vector<std::byte> bytes = original;
+            bytes[at] ^= static_cast<std::byte>(1u << (at % 8));
+            refused += !refusal(bytes).empty();
+        }
+    }
+    EXPECT_GT(refused, 500);
+}
+
+} // namespace
+} // namespace tarncom32::standin::drawing

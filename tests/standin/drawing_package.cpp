@@ -1,0 +1,107 @@
+#include "standin/drawing_package.h"
+
+#include <zip.h>
+
+#include <stdexcept>
+
+namespace tarncom32::tests {
+
+namespace {
+
+std::string relationships(std::initializer_list<std::pair<std::string_view, std::string_view>> targets) {
+    std::string xml = "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
+    int number = 0;
+    for (const auto& [type, target] : targets)
+        xml.append("<Relationship Id='rId" + std::to_string(++number) +
+                   "' Type='http://schemas.microsoft.com/visio/2010/")
+            .append("relationships/")
+            .append(type)
+            .append("' Target='")
+            .append(target)
+            .append("'/>");
+    return xml + "</Relationships>";
+}
+
+} // namespace
+
+std::string visioPart(std::string_view root, std::string_view content) {
+    std::string xml = "<?xml version='1.0' encoding='utf-8'?><";
+    xml.append(root).append(" xmlns='http://schemas.microsoft.com/office/visio/2012/main' xmlns:r='http://schemas."
+                            "openxmlformats.org/officeDocument/2006/relationships' xml:space='preserve'>");
+    return xml.append(content).append("</").append(root).append(">");
+}
+
+Parts smallDrawing() {
+    return {
+        {"[Content_Types].xml",
+         "<Types xmlns='http://schemas.openxmlformats.org/package/2006/content-types'>"
+         "<Default Extension='xml' ContentType='application/xml'/>"
+         "<Override PartName='/visio/document.xml' ContentType='application/vnd.ms-visio.drawing.main+xml'/></Types>"},
+        {"_rels/.rels", relationships({{"document", "visio/document.xml"}})},
+        {"visio/document.xml", visioPart("VisioDocument", "<DocumentSheet NameU='TheDoc'/>")},
+        {"visio/_rels/document.xml.rels",
+         relationships({{"masters", "masters/masters.xml"}, {"pages", "pages/pages.xml"}})},
+        {"visio/masters/masters.xml", visioPart("Masters", "<Master ID='2' NameU='PC' Name='Rechner'><Rel r:id='rId1'/>"
+                                                           "</Master><Master ID='4' NameU='Desk'><Rel r:id='rId2'/>"
+                                                           "</Master>")},
+        {"visio/masters/_rels/masters.xml.rels", relationships({{"master", "master1.xml"}, {"master", "master2.xml"}})},
+        {"visio/masters/master1.xml",
+         visioPart("MasterContents", "<Shapes><Shape ID='5' Type='Group'><Shapes><Shape ID='6' Type='Shape'/>"
+                                     "<Shape ID='7' NameU='Screen' Type='Shape'/></Shapes></Shape></Shapes>")},
+        {"visio/masters/master2.xml",
+         visioPart("MasterContents",
+                   "<Shapes><Shape ID='5' Type='Group'><Shapes><Shape ID='6' Type='Group' Master='2'>"
+                   "<Shapes><Shape ID='7' MasterShape='7'/></Shapes></Shape></Shapes></Shape></Shapes>")},
+        {"visio/pages/pages.xml",
+         visioPart("Pages", "<Page ID='0' NameU='One' Name='Eins' BackPage='4'><PageSheet/><Rel r:id='rId1'/></Page>"
+                            "<Page ID='4' NameU='Back' Background='1'><Rel r:id='rId2'/></Page>")},
+        {"visio/pages/_rels/pages.xml.rels", relationships({{"page", "page1.xml"}, {"page", "page2.xml"}})},
+        {"visio/pages/page1.xml", visioPart("PageContents", "<Shapes><Shape ID='1' Type='Shape'/></Shapes>")},
+        {"visio/pages/page2.xml", visioPart("PageContents", "")},
+    };
+}
+
+void change(Parts& parts, const std::string& part, std::string_view from, std::string_view to) {
+    std::string& text = parts.at(part);
+    const std::size_t at = text.find(from);
+    if (at == std::string::npos || text.find(from, at + 1) != std::string::npos)
+        throw std::logic_error("not exactly once in " + part + ": " + std::string(from));
+    text.replace(at, from.size(), to);
+}
+
+std::vector<std::byte> zipped(const Parts& parts) {
+    zip_source_t* source = zip_source_buffer_create(nullptr, 0, 0, nullptr);
+    zip_source_keep(source);
+    zip_t* archive = zip_open_from_source(source, ZIP_TRUNCATE, nullptr);
+    for (const auto& [name, text] : parts)
+        zip_file_add(archive, name.c_str(), zip_source_buffer(archive, text.data(), text.size(), 0), ZIP_FL_ENC_UTF_8);
+    if (zip_close(archive) != 0) throw std::runtime_error(zip_strerror(archive));
+
+    zip_stat_t stat;
+    zip_source_stat(source, &stat);
+    std::vector<std::byte> bytes(stat.size);
+    zip_source_open(source);
+    zip_source_read(source, bytes.data(), bytes.size());
+    zip_source_close(source);
+    zip_source_free(source);
+    return bytes;
+}
+
+Parts unzipped(const std::filesystem::path& path) {
+    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY, nullptr);
+    if (archive == nullptr) throw std::runtime_error("no zip file: " + path.string());
+    Parts parts;
+    for (zip_uint64_t i = 0; i < static_cast<zip_uint64_t>(zip_get_num_entries(archive, 0)); ++i) {
+        zip_stat_t stat;
+        zip_stat_index(archive, i, 0, &stat);
+        std::string text(stat.size, '\0');
+        zip_file_t* file = zip_fopen_index(archive, i, 0);
+        zip_fread(file, text.data(), text.size());
+        zip_fclose(file);
+        parts.emplace(stat.name, std::move(text));
+    }
+    zip_discard(archive);
+    return parts;
+}
+
+} // namespace tarncom32::tests

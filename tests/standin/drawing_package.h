@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarncom32::tests {
+
+/// The parts of a package by their names.
+using Parts = std::map<std::string, std::string>;
+
+/// A small whole drawing: two pages, of which the second is the first one's background, and two masters, "PC" (id 2,
+/// shapes 5 to 7) and "Desk" (id 4, shape 5 and in it an instance of "PC"). Tests change what they are about.
+[[nodiscard]] Parts smallDrawing();
+
+/// An element of Visio's main namespace with the prefix r for relationship ids.
+[[nodiscard]] std::string visioPart(std::string_view root, std::string_view content);
+
+/// Replaces the one occurrence of `from` in a part; a test that changes nothing is a mistake in the test.
+void change(Parts& parts, const std::string& part, std::string_view from, std::string_view to);
+
+/// The parts as a zip file, packed.
+[[nodiscard]] std::vector<std::byte> zipped(const Parts& parts);
+
+/// The parts of a zip file.
+[[nodiscard]] Parts unzipped(const std::filesystem::path& path);
+
+} // namespace tarncom32::tests
