@@ -14,15 +14,17 @@ struct Locale {
     char16_t dateSeparator = u'/';
     DateOrder dateOrder = DateOrder::MonthDayYear;
     bool twentyFourHours = false;
+    bool leadingZeros = false; ///< in front of a day, month or hour below 10
 };
 
 /// The calling thread's settings: American English unless a `LocaleScope` or `setUserLocale` says otherwise.
 const Locale& locale();
 
-/// Makes `settings` the process's default; hosts call it once with the user's own settings.
+/// Makes `settings` the process's default; hosts call it once with the user's own settings, before any thread
+/// converts a value.
 void setUserLocale(Locale settings);
 
-/// Puts other settings in force on this thread for as long as it lives.
+/// Puts other settings in force on this thread for as long as it lives; they must live as long.
 class LocaleScope {
 public:
     explicit LocaleScope(const Locale& settings);

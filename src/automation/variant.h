@@ -74,7 +74,8 @@ struct ErrorValue {
 };
 inline constexpr ErrorValue kMissing{static_cast<std::int32_t>(0x80020004)};
 
-/// A whole number of a type that the host languages do not have; `type` says which, `bits` holds it.
+/// A whole number of a type that the host languages do not have; `type` says which, `bits` holds it, a narrower
+/// signed one with its sign extended.
 struct OtherInteger {
     VariantType type = VariantType::LongLong;
     std::uint64_t bits = 0;

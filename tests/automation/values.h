@@ -1,0 +1,40 @@
+#pragma once
+
+#include "automation/error.h"
+#include "automation/object.h"
+#include "automation/string.h"
+
+#include <ostream>
+#include <string>
+
+namespace tarncom32::automation {
+
+/// The number of the error that `body` raises; 0 when it raises none.
+template <class Body>
+std::int32_t errorNumberOf(Body&& body) {
+    try {
+        body();
+    } catch (const Error& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+/// An object whose default member gives `value`; it has no other member.
+class ObjectWithDefault : public Object {
+public:
+    explicit ObjectWithDefault(Variant value) : value_(std::move(value)) {}
+    String typeName() const override { return u"ObjectWithDefault"; }
+    Variant invoke(const MemberName& name, Access access, std::span<Variant>, std::uint32_t) override {
+        if (!name.text().empty() || access != Access::Get) throw Error(errors::NoSuchMember);
+        return value_;
+    }
+    bool hasMember(const MemberName& name) override { return name.text().empty(); }
+
+private:
+    Variant value_;
+};
+
+inline constexpr Decimal kLargestDecimal{0xFFFFFFFF, 0xFFFFFFFFFFFFFFFF, 0, false};
+
+} // namespace tarncom32::automation
