@@ -21,7 +21,8 @@ std::size_t nthCharacter(StringView text, char16_t wanted, std::size_t n, std::s
             continue;
         }
         std::size_t at = findCharacter(text, wanted, start);
-        while (++found < n) at = findCharacter(text, wanted, at + 1);
+        while (++found < n)
+            at = findCharacter(text, wanted, at + 1);
         return at + 1;
     }
     return 0;
@@ -59,7 +60,9 @@ std::size_t positionOfNth(StringView text, StringView sought, std::int32_t n) {
     return inLastRound > found ? 0 : nth(text, sought, inLastRound, found);
 }
 
-StringView left(StringView text, std::size_t count) noexcept { return text.substr(0, count); }
+StringView left(StringView text, std::size_t count) noexcept {
+    return text.substr(0, count);
+}
 
 StringView from(StringView text, std::size_t start) {
     if (start == 0) throw automation::Error(automation::errors::InvalidProcedureCall);
@@ -77,7 +80,9 @@ String withoutAll(StringView text, StringView sought) {
     return rest.append(text, start);
 }
 
-String reversed(StringView text) { return String(text.rbegin(), text.rend()); }
+String reversed(StringView text) {
+    return String(text.rbegin(), text.rend());
+}
 
 std::size_t countFields(StringView text, StringView delimiter) {
     if (text.empty()) return 0;
@@ -85,13 +90,16 @@ std::size_t countFields(StringView text, StringView delimiter) {
     if (delimiter.size() == 1) return countCharacter(text, delimiter.front()) + 1;
     std::size_t fields = 1;
     Occurrences delimiters(text, delimiter, Overlap::No);
-    while (delimiters.next() != StringView::npos) ++fields;
+    while (delimiters.next() != StringView::npos)
+        ++fields;
     return fields;
 }
 
-Fields::Fields(StringView text, StringView delimiter, std::size_t limit) noexcept :
-    delimiters_(text, delimiter, Overlap::No), text_(text), delimiterSize_(delimiter.size()),
-    left_(text.empty() ? 0 : delimiter.empty() && limit > 1 ? 1 : limit) {}
+Fields::Fields(StringView text, StringView delimiter, std::size_t limit) noexcept
+    : delimiters_(text, delimiter, Overlap::No), text_(text), delimiterSize_(delimiter.size()),
+      left_(text.empty()                     ? 0
+            : delimiter.empty() && limit > 1 ? 1
+                                             : limit) {}
 
 bool Fields::next() {
     if (left_ == 0) return false;

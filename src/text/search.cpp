@@ -18,7 +18,6 @@ using Block [[gnu::vector_size(16)]] = std::uint16_t;
 constexpr std::size_t kBlock = 8;
 static_assert(std::endian::native == std::endian::little, "the first character is taken to stand in the lowest bits");
 
-
 // 16 bits for each of eight characters, all set where it is the wanted one; the first character's are the lowest.
 struct Hits {
     std::uint64_t low;
@@ -82,7 +81,8 @@ std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) no
     // Most fields are short: their delimiter stands in the first block, before the longer strides start.
     for (int i = 0; i < 2 && from + kBlock <= size; ++i, from += kBlock)
         if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
-    while (from + 4 * kBlock <= size && !anyIn32(data + from, wanted)) from += 4 * kBlock;
+    while (from + 4 * kBlock <= size && !anyIn32(data + from, wanted))
+        from += 4 * kBlock;
     for (; from + kBlock <= size; from += kBlock)
         if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
     for (; from < size; ++from)
@@ -93,7 +93,8 @@ std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) no
 std::size_t findLastCharacter(StringView text, char16_t wanted) noexcept {
     const char16_t* const data = text.data();
     std::size_t end = text.size();
-    while (end >= 4 * kBlock && !anyIn32(data + end - 4 * kBlock, wanted)) end -= 4 * kBlock;
+    while (end >= 4 * kBlock && !anyIn32(data + end - 4 * kBlock, wanted))
+        end -= 4 * kBlock;
     for (; end >= kBlock; end -= kBlock)
         if (const Hits hits = hitsAt(data + end - kBlock, wanted); hits.any()) return end - kBlock + hits.last();
     while (end > 0)
@@ -116,9 +117,11 @@ std::size_t countCharacter(StringView text, char16_t wanted) noexcept {
             // A hit is -1 in its lane.
             lanes -= reinterpret_cast<Block>(block == static_cast<std::uint16_t>(wanted));
         }
-        for (std::size_t i = 0; i < kBlock; ++i) count += lanes[i];
+        for (std::size_t i = 0; i < kBlock; ++i)
+            count += lanes[i];
     }
-    for (; at != end; ++at) count += *at == wanted;
+    for (; at != end; ++at)
+        count += *at == wanted;
     return count;
 }
 
@@ -163,7 +166,8 @@ void Occurrences::buildTable() {
     table_.assign(sought_.size(), 0);
     std::uint32_t matched = 0;
     for (std::size_t i = 1; i < sought_.size(); ++i) {
-        while (matched > 0 && sought_[i] != sought_[matched]) matched = table_[matched - 1];
+        while (matched > 0 && sought_[i] != sought_[matched])
+            matched = table_[matched - 1];
         if (sought_[i] == sought_[matched]) ++matched;
         table_[i] = matched;
     }
@@ -171,7 +175,8 @@ void Occurrences::buildTable() {
 
 std::size_t Occurrences::nextByTable() {
     for (; from_ < text_.size(); ++from_) {
-        while (matched_ > 0 && text_[from_] != sought_[matched_]) matched_ = table_[matched_ - 1];
+        while (matched_ > 0 && text_[from_] != sought_[matched_])
+            matched_ = table_[matched_ - 1];
         if (text_[from_] == sought_[matched_]) ++matched_;
         if (matched_ == sought_.size()) {
             matched_ = overlap_ == Overlap::Yes ? table_.back() : 0;

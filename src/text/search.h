@@ -31,8 +31,8 @@ enum class Overlap : bool { No, Yes };
 /// character. Both texts must outlive the walk.
 class Occurrences {
 public:
-    Occurrences(automation::StringView text, automation::StringView sought, Overlap overlap) noexcept :
-        text_(text), sought_(sought), overlap_(overlap) {}
+    Occurrences(automation::StringView text, automation::StringView sought, Overlap overlap) noexcept
+        : text_(text), sought_(sought), overlap_(overlap) {}
 
     /// The offset of the next occurrence; npos, again and again, once there is none.
     std::size_t next();

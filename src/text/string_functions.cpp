@@ -62,7 +62,8 @@ void StringFunctions::splitStringAtDelimiters(StringView sSource, StringView sDe
         std::vector<Variant> items;
         if (iLimit == -1) items.reserve(countFields(sSource, sDelimiter));
         const std::size_t limit = iLimit == -1 ? Fields::kUnlimited : static_cast<std::size_t>(iLimit);
-        for (Fields fields(sSource, sDelimiter, limit); fields.next();) items.emplace_back(fields.field());
+        for (Fields fields(sSource, sDelimiter, limit); fields.next();)
+            items.emplace_back(fields.field());
         *asResult = Array(VariantType::String, 0, std::move(items));
     });
 }

@@ -66,9 +66,9 @@ const ClassInfo& StringFunctions::describe() {
             member::method<&F::createCollectionFromString>(
                 17, u"CreateCollectionFromString", {in(u"sStream")},
                 u"A new collection of the stream's fields \"key!value\", which semicolons separate."),
-            member::method<&F::returnStringBeforeNthDelimiter>(
-                18, u"ReturnStringBeforeNthDelimiter", {in(u"sSource"), in(u"sDelimiter"), in(u"lN")},
-                u"The source up to and with the n-th delimiter."),
+            member::method<&F::returnStringBeforeNthDelimiter>(18, u"ReturnStringBeforeNthDelimiter",
+                                                               {in(u"sSource"), in(u"sDelimiter"), in(u"lN")},
+                                                               u"The source up to and with the n-th delimiter."),
             member::method<&F::returnStringAfterNthDelimiter>(
                 19, u"ReturnStringAfterNthDelimiter", {in(u"sSource"), in(u"sDelimiter"), in(u"lN")},
                 u"The source from the n-th delimiter on, the delimiter included."),

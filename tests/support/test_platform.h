@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/portable/windows_1252.h"
+
+#include <vector>
+
+namespace tarncom32::tests {
+
+/// Keeps what would have been shown, and answers every question alike.
+class RecordingMessageBox final : public platform::MessageBox {
+public:
+    struct Shown {
+        automation::String text;
+        int style;
+        automation::String title;
+    };
+
+    platform::MessageAnswer show(automation::StringView text, int style, automation::StringView title) override {
+        shown.push_back({automation::String(text), style, automation::String(title)});
+        return answer;
+    }
+
+    std::vector<Shown> shown;
+    platform::MessageAnswer answer = platform::MessageAnswer::Ok;
+};
+
+/// Surroundings in which nothing happens but what the test does.
+struct TestPlatform {
+    RecordingMessageBox messageBox;
+    platform::NoApplications applications;
+    platform::portable::Windows1252 codePage;
+    platform::Platform platform{messageBox, applications, codePage};
+};
+
+} // namespace tarncom32::tests

@@ -1,0 +1,112 @@
+#include "text/search.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarncom32::text {
+namespace {
+
+using automation::String;
+using automation::StringView;
+
+constexpr std::size_t npos = StringView::npos;
+
+// The plain way, which the searches must agree with.
+std::vector<std::size_t> occurrencesOneByOne(StringView text, StringView sought, Overlap overlap) {
+    std::vector<std::size_t> offsets;
+    for (std::size_t at = 0; at + sought.size() <= text.size();) {
+        const bool found = text.substr(at, sought.size()) == sought;
+        if (found) offsets.push_back(at);
+        at += found && overlap == Overlap::No ? sought.size() : 1;
+    }
+    return offsets;
+}
+
+std::vector<std::size_t> walk(StringView text, StringView sought, Overlap overlap) {
+    Occurrences occurrences(text, sought, overlap);
+    std::vector<std::size_t> offsets;
+    for (std::size_t at; (at = occurrences.next()) != npos;)
+        offsets.push_back(at);
+    EXPECT_EQ(occurrences.next(), npos) << "a finished walk starts again";
+    return offsets;
+}
+
+TEST(Occurrences, WalksAsItsDescriptionSays) {
+    EXPECT_EQ(walk(u"a, b, c", u", ", Overlap::No), (std::vector<std::size_t>{1, 4}));
+    EXPECT_EQ(walk(u"aaaa", u"aa", Overlap::No), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ(walk(u"aaaa", u"aa", Overlap::Yes), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_EQ(walk(u"abc", u"", Overlap::Yes), (std::vector<std::size_t>{0, 1, 2}));
+    EXPECT_TRUE(walk(u"", u"", Overlap::Yes).empty());
+    EXPECT_TRUE(walk(u"ab", u"abc", Overlap::Yes).empty());
+}
+
+// Every place in every length up to several strides: the ends of the blocks are where such loops go wrong.
+TEST(Search, FindsACharacterAtEveryPlace) {
+    for (std::size_t size = 1; size <= 100; ++size) {
+        for (std::size_t place = 0; place < size; ++place) {
+            // Neighbours in code and in one byte of the code must not be taken for it.
+            String text(size, place % 2 == 0 ? u'\u012B' : u'\u2C2C');
+            text[place] = u',';
+            ASSERT_EQ(findCharacter(text, u','), place) << size;
+            ASSERT_EQ(findCharacter(text, u',', place), place) << size;
+            ASSERT_EQ(findCharacter(text, u',', place + 1), npos) << size;
+            ASSERT_EQ(findLastCharacter(text, u','), place) << size;
+            ASSERT_EQ(countCharacter(text, u','), 1u) << size;
+        }
+    }
+}
+
+TEST(Search, PrefersTheFirstAndTheLastOfManyInOneBlock) {
+    const String text = u"..,,.,..";
+    EXPECT_EQ(findCharacter(text, u','), 2u);
+    EXPECT_EQ(findLastCharacter(text, u','), 5u);
+    EXPECT_EQ(findCharacter({}, u','), npos);
+    EXPECT_EQ(findLastCharacter({}, u','), npos);
+}
+
+TEST(Search, CountsMoreThanOneLaneHolds) {
+    constexpr std::size_t kSize = 8 * 70000 + 3;
+    EXPECT_EQ(countCharacter(String(kSize, u'x'), u'x'), kSize);
+}
+
+TEST(Occurrences, AgreeWithThePlainWayOnRandomTexts) {
+    std::mt19937 random(20240607);
+    const auto randomText = [&](std::size_t size, unsigned letters) {
+        String text(size, u'a');
+        for (char16_t& c : text)
+            c = static_cast<char16_t>(u'a' + random() % letters);
+        return text;
+    };
+    for (int round = 0; round < 4000; ++round) {
+        const unsigned letters = 1 + random() % 3;
+        const String text = randomText(random() % 120, letters);
+        const String sought = randomText(1 + random() % 6, letters);
+        for (const Overlap overlap : {Overlap::No, Overlap::Yes})
+            ASSERT_EQ(walk(text, sought, overlap), occurrencesOneByOne(text, sought, overlap))
+                << testing::PrintToString(text) << " " << testing::PrintToString(sought);
+    }
+}
+
+// Texts that repeat themselves make the walk change its method on the way; it must neither lose nor repeat a find.
+TEST(Occurrences, AgreeWithThePlainWayOnRepetitiveTexts) {
+    String wave;
+    for (int i = 0; i < 4000; ++i)
+        wave += i % 97 == 96 ? u'b' : u'a';
+    const struct {
+        String text, sought;
+    } cases[] = {
+        {String(6000, u'a'), String(500, u'a')},
+        {String(6000, u'a') + u"b", String(700, u'a') + u"b"},
+        {wave, String(90, u'a')},
+        {wave, wave.substr(0, 970)},
+        {wave + u"c" + wave, wave.substr(1, 1500)},
+        {wave + u"c" + wave, u"a" + String(96, u'b') + u"a"},
+    };
+    for (const auto& [text, sought] : cases)
+        for (const Overlap overlap : {Overlap::No, Overlap::Yes})
+            EXPECT_EQ(walk(text, sought, overlap), occurrencesOneByOne(text, sought, overlap)) << sought.size();
+}
+
+} // namespace
+} // namespace tarncom32::text
