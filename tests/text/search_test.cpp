@@ -79,7 +79,7 @@ TEST(Occurrences, AgreeWithThePlainWayOnRandomTexts) {
         return text;
     };
     for (int round = 0; round < 4000; ++round) {
-        const unsigned letters = 1 + random() % 3;
+        const auto letters = static_cast<unsigned>(1 + random() % 3);
         const String text = randomText(random() % 120, letters);
         const String sought = randomText(1 + random() % 6, letters);
         for (const Overlap overlap : {Overlap::No, Overlap::Yes})
