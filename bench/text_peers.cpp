@@ -130,71 +130,71 @@ std::size_t map(std::u16string_view stream) {
 
 namespace abseil {
 
-std::size_t countFields(std::string_view text, char delimiter) {
+std::size_t countFields(absl::string_view text, char delimiter) {
     std::size_t fields = 0;
-    for ([[maybe_unused]] const std::string_view field : absl::StrSplit(text, delimiter))
+    for ([[maybe_unused]] const absl::string_view field : absl::StrSplit(text, delimiter))
         ++fields;
     return fields;
 }
 
-std::vector<std::string> split(std::string_view text, char delimiter) {
+std::vector<std::string> split(absl::string_view text, char delimiter) {
     return absl::StrSplit(text, delimiter);
 }
 
-std::string before(std::string_view text, char delimiter) {
+std::string before(absl::string_view text, char delimiter) {
     return std::string(*absl::StrSplit(text, absl::MaxSplits(delimiter, 1)).begin());
 }
 
-std::string behindLast(std::string_view text, char delimiter) {
+std::string behindLast(absl::string_view text, char delimiter) {
     return std::string(text.substr(text.rfind(delimiter) + 1));
 }
 
-std::string between(std::string_view text, std::string_view start, std::string_view end) {
-    const std::pair<std::string_view, std::string_view> halves = absl::StrSplit(text, absl::MaxSplits(start, 1));
+std::string between(absl::string_view text, absl::string_view start, absl::string_view end) {
+    const std::pair<absl::string_view, absl::string_view> halves = absl::StrSplit(text, absl::MaxSplits(start, 1));
     return std::string(*absl::StrSplit(halves.second, absl::MaxSplits(end, 1)).begin());
 }
 
 namespace {
 
 // The end of the n-th field.
-std::size_t nth(std::string_view text, char delimiter, int n) {
-    for (const std::string_view field : absl::StrSplit(text, delimiter))
+std::size_t nth(absl::string_view text, char delimiter, int n) {
+    for (const absl::string_view field : absl::StrSplit(text, delimiter))
         if (--n == 0) return static_cast<std::size_t>(field.data() + field.size() - text.data());
     return text.size();
 }
 
 } // namespace
 
-std::string beforeNth(std::string_view text, char delimiter, int n) {
+std::string beforeNth(absl::string_view text, char delimiter, int n) {
     return std::string(text.substr(0, nth(text, delimiter, n) + 1));
 }
 
-std::string replaceNth(std::string_view text, char delimiter, std::string_view value, int n) {
+std::string replaceNth(absl::string_view text, char delimiter, absl::string_view value, int n) {
     const std::size_t first = nth(text, delimiter, n);
-    const std::string_view rest = text.substr(first + 1);
+    const absl::string_view rest = text.substr(first + 1);
     return absl::StrCat(text.substr(0, first + 1), value, rest.substr(nth(rest, delimiter, 1)));
 }
 
-std::string withoutNumber(std::string_view list, int number, char delimiter) {
+std::string withoutNumber(absl::string_view list, int number, char delimiter) {
     std::string rest;
-    for (const std::string_view field : absl::StrSplit(list, delimiter)) {
+    for (const absl::string_view field : absl::StrSplit(list, delimiter)) {
         int value = 0;
         if (absl::SimpleAtoi(field, &value) && value != number) absl::StrAppend(&rest, field, ";");
     }
     return rest;
 }
 
-std::string without(std::string_view text, std::string_view sought) {
+std::string without(absl::string_view text, absl::string_view sought) {
     return absl::StrReplaceAll(text, {{sought, ""}});
 }
 
-std::string clean(std::string_view text) {
+std::string clean(absl::string_view text) {
     return absl::StrReplaceAll(text, {{"\\", ""}, {"_", ""}});
 }
 
-std::size_t map(std::string_view stream) {
+std::size_t map(absl::string_view stream) {
     absl::flat_hash_map<std::string, std::string> values;
-    for (const std::string_view field : absl::StrSplit(stream, ';'))
+    for (const absl::string_view field : absl::StrSplit(stream, ';'))
         values.insert(std::pair<std::string, std::string>(absl::StrSplit(field, absl::MaxSplits('!', 1))));
     return values.size();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <absl/strings/string_view.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -30,17 +32,17 @@ std::size_t map(std::u16string_view stream);
 
 namespace abseil {
 
-std::size_t countFields(std::string_view text, char delimiter);
-std::vector<std::string> split(std::string_view text, char delimiter);
-std::string before(std::string_view text, char delimiter);
-std::string behindLast(std::string_view text, char delimiter);
-std::string between(std::string_view text, std::string_view start, std::string_view end);
-std::string beforeNth(std::string_view text, char delimiter, int n);
-std::string replaceNth(std::string_view text, char delimiter, std::string_view value, int n);
-std::string withoutNumber(std::string_view list, int number, char delimiter);
-std::string without(std::string_view text, std::string_view sought);
-std::string clean(std::string_view text);
-std::size_t map(std::string_view stream);
+std::size_t countFields(absl::string_view text, char delimiter);
+std::vector<std::string> split(absl::string_view text, char delimiter);
+std::string before(absl::string_view text, char delimiter);
+std::string behindLast(absl::string_view text, char delimiter);
+std::string between(absl::string_view text, absl::string_view start, absl::string_view end);
+std::string beforeNth(absl::string_view text, char delimiter, int n);
+std::string replaceNth(absl::string_view text, char delimiter, absl::string_view value, int n);
+std::string withoutNumber(absl::string_view list, int number, char delimiter);
+std::string without(absl::string_view text, absl::string_view sought);
+std::string clean(absl::string_view text);
+std::size_t map(absl::string_view stream);
 
 } // namespace abseil
 
