@@ -119,6 +119,14 @@ TEST(HostileDrawing, IsRefusedWithThePartAndTheReason) {
          page1, "document type"},
         {"entity from a file", doctype("[<!ENTITY a SYSTEM 'file:///etc/passwd'>]", "&a;"), page1, "document type"},
         {"outside document type", doctype("SYSTEM 'http://localhost/x.dtd'", ""), page1, "document type"},
+        {"document type in UTF-16",
+         [](Parts& p) {
+             std::string wide = "\xFF\xFE";
+             for (const char c : std::string("<!--x--><!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>"))
+                 wide.append({c, '\0'});
+             p[page1] = wide;
+         },
+         page1, "document type"},
         {"undeclared entity", page("<Shapes><Shape ID='1'><Text>&a;</Text></Shape></Shapes>"), page1, "Entity"},
         {"root in no namespace", [](Parts& p) { p[page1] = "<PageContents/>"; }, page1, "root element"},
         {"two shapes of one id", page("<Shapes><Shape ID='1'><Shapes><Shape ID='1'/></Shapes></Shape></Shapes>"), page1,

@@ -36,15 +36,15 @@ Text TextPool::fromUtf16(std::u16string_view units) {
 
     if (count_ * 4 >= table_.size() * 3) grow();
     const std::size_t mask = table_.size() - 1;
-    const std::size_t start = std::hash<std::u16string_view>{}(units);
-    Text* free = nullptr;
+    const std::size_t hash = std::hash<std::u16string_view>{}(units);
+    Place* free = nullptr;
     for (std::size_t k = 0; k < maxTries; ++k) {
-        Text& place = table_[(start + k) & mask];
-        if (!place.present()) {
+        Place& place = table_[(hash + k) & mask];
+        if (!place.text.present()) {
             free = &place;
             break;
         }
-        if (place == units) return place;
+        if (place.hash == hash && place.text == units) return place.text;
     }
 
     const auto length = static_cast<std::uint32_t>(units.size());
@@ -55,22 +55,22 @@ Text TextPool::fromUtf16(std::u16string_view units) {
     Text text;
     text.units_ = memory + 2;
     if (free != nullptr) {
-        *free = text;
+        *free = {text, hash};
         ++count_;
     }
     return text;
 }
 
 void TextPool::grow() {
-    std::vector<Text> old(table_.empty() ? 1024 : table_.size() * 2);
+    std::vector<Place> old(table_.empty() ? 1024 : table_.size() * 2);
     old.swap(table_);
     const std::size_t mask = table_.size() - 1;
-    for (const Text text : old) {
-        if (!text.present()) continue;
-        std::size_t at = std::hash<std::u16string_view>{}(text.view());
-        while (table_[at & mask].present())
+    for (const Place& place : old) {
+        if (!place.text.present()) continue;
+        std::size_t at = place.hash;
+        while (table_[at & mask].text.present())
             ++at;
-        table_[at & mask] = text;
+        table_[at & mask] = place;
     }
 }
 

@@ -52,10 +52,16 @@ public:
     [[nodiscard]] Text fromUtf16(std::u16string_view units);
 
 private:
+    // A string of the table; its hash beside it, so that most tries end without a look at the string itself.
+    struct Place {
+        Text text; // absent in a free place
+        std::size_t hash = 0;
+    };
+
     void grow();
 
     Arena& arena_;
-    std::vector<Text> table_; // open addressing; absent texts are free places
+    std::vector<Place> table_; // open addressing
     std::size_t count_ = 0;
     std::u16string scratch_;
 };
