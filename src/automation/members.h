@@ -170,7 +170,7 @@ public:
     const ClassInfo* classInfo() const override { return &C::describe(); }
     bool hasMember(const MemberName& name) override { return C::describe().findAny(name) != nullptr; }
 
-    Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments, std::uint32_t) override {
+    Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments, std::uint32_t = 0) override {
         const ClassInfo& info = C::describe();
         if (const MemberInfo* member = info.find(name, access); member && member->invoke)
             return member->invoke(*this, *member, arguments);

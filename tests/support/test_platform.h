@@ -14,6 +14,7 @@ public:
         automation::String text;
         int style;
         automation::String title;
+        friend bool operator==(const Shown&, const Shown&) = default;
     };
 
     platform::MessageAnswer show(automation::StringView text, int style, automation::StringView title) override {

@@ -1,0 +1,80 @@
+#include "library/library.h"
+
+#include "automation/convert.h"
+#include "automation/error.h"
+#include "support/test_platform.h"
+
+#include <gtest/gtest.h>
+#include <set>
+
+namespace tarncom32::library {
+namespace {
+
+using automation::StringView;
+
+TEST(Library, CreatesIndependentInstancesAndOneGlobal) {
+    tests::TestPlatform surroundings;
+    Library library(surroundings.platform);
+    const auto first = library.create(u"TarnCom32.StringFunctions");
+    const auto second = library.create(u"tarncom32.stringfunctions.1");
+    EXPECT_NE(first, second);
+    EXPECT_EQ(library.global(u"StringFunctions"), library.global(u"stringfunctions"));
+    EXPECT_EQ(automation::toText(first->call(u"reversestring", u"abc")), u"cba");
+}
+
+TEST(Library, RefusesWithAReason) {
+    struct Case {
+        StringView progId;
+        StringView reason;
+    };
+    const Case cases[] = {
+        {u"TarnCom32.RecycleBin", u"RecycleBin is not built yet"},
+        {u"TarnCom32.UserProfileEntry", u"TarnCom32.UserProfileEntry is not the ProgID"},
+        {u"StringFunctions", u"StringFunctions is not the ProgID"},
+        {u"Other.StringFunctions", u"Other.StringFunctions is not the ProgID"},
+    };
+    tests::TestPlatform surroundings;
+    Library library(surroundings.platform);
+    for (const Case& c : cases) {
+        try {
+            library.create(c.progId);
+            ADD_FAILURE() << "created " << automation::toUtf8(c.progId);
+        } catch (const automation::Error& error) {
+            EXPECT_EQ(error.number(), automation::errors::CannotCreateObject);
+            EXPECT_NE(error.description().find(c.reason), automation::String::npos) << error.what();
+        }
+    }
+    EXPECT_THROW(library.global(u"UserProfile"), automation::Error);
+}
+
+TEST(Library, EveryTableIsSoundAndItsIdentifiersAreUnique) {
+    std::set<automation::String> guids;
+    for (const BuiltClass& built : builtClasses()) {
+        const automation::ClassInfo& info = built.describe();
+        SCOPED_TRACE(automation::toUtf8(info.name));
+        ASSERT_NE(frame::findClass(info.name), nullptr);
+        EXPECT_EQ(frame::findClass(info.name)->isCreatable(), built.create != nullptr);
+        EXPECT_FALSE(info.help.empty());
+        EXPECT_FALSE(info.iid.isNull());
+        EXPECT_TRUE(guids.insert(automation::guidText(info.iid)).second);
+        EXPECT_TRUE(guids.insert(automation::guidText(info.clsid)).second);
+
+        std::set<std::pair<std::int32_t, automation::MemberKind>> accessors;
+        for (const automation::MemberInfo& member : info.members) {
+            SCOPED_TRACE(automation::toUtf8(member.name));
+            EXPECT_TRUE(accessors.insert({member.dispid, member.kind}).second);
+            EXPECT_EQ(info.findAny(automation::MemberName(member.name))->dispid, member.dispid);
+            EXPECT_TRUE(member.help.ends_with(u'.'));
+            bool optionalSeen = false;
+            std::set<StringView> names;
+            for (const automation::ParameterInfo& parameter : member.parameters) {
+                EXPECT_TRUE(names.insert(parameter.name).second);
+                EXPECT_TRUE(parameter.optional || !optionalSeen) << "a required parameter behind an optional one";
+                optionalSeen |= parameter.optional;
+            }
+        }
+    }
+}
+
+} // namespace
+} // namespace tarncom32::library
