@@ -16,7 +16,8 @@ public:
     String join(StringView sLeft, StringView sRight) { return String(sLeft) + String(sRight); }
     std::int16_t bits(Boolean bFlag) { return bFlag.value; }
     void append(String& sText, std::int32_t lTimes) {
-        for (; lTimes > 0; --lTimes) sText += u"+";
+        for (; lTimes > 0; --lTimes)
+            sText += u"+";
         if (lTimes < 0) throw Error(5);
     }
     void fill(StringArray asItems) { *asItems = Array(VariantType::String, 3, {Variant(u"a"), Variant(u"b")}); }
@@ -33,7 +34,8 @@ private:
 
 } // namespace
 
-template <> inline constexpr StringView kEnumerationName<VariantType> = u"VbVarType";
+template <>
+inline constexpr StringView kEnumerationName<VariantType> = u"VbVarType";
 
 namespace {
 
@@ -75,12 +77,19 @@ TEST(Members, ArgumentsConvertAsAutomationConverts) {
 
 TEST(Members, AFlagKeepsTheBitsOfAWholeNumber) {
     const std::pair<Variant, std::int16_t> cases[] = {
-        {true, -1},          {std::int16_t{1}, 1},      {std::int32_t{2}, 2}, {std::uint8_t{255}, 255},
-        {std::int32_t{-1}, -1}, {std::int32_t{65536}, -1}, {0.5, -1},            {u"True", -1},
+        {true, -1},
+        {std::int16_t{1}, 1},
+        {std::int32_t{2}, 2},
+        {std::uint8_t{255}, 255},
+        {std::int32_t{-1}, -1},
+        {std::int32_t{65536}, -1},
+        {0.5, -1},
+        {u"True", -1},
         {Variant(), 0},
     };
     const auto probe = make<Probe>();
-    for (const auto& [value, expected] : cases) EXPECT_EQ(probe->call(u"Bits", value), Variant(expected));
+    for (const auto& [value, expected] : cases)
+        EXPECT_EQ(probe->call(u"Bits", value), Variant(expected));
 }
 
 TEST(Members, WhatWasAssignedBeforeAFailureReachesTheCaller) {

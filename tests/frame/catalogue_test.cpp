@@ -31,7 +31,8 @@ TEST(Catalogue, OnlyCreatableClassesAreFoundByProgId) {
 
 TEST(Catalogue, CountsOfEachKind) {
     int counts[4]{};
-    for (const CatalogueEntry& entry : catalogue()) ++counts[static_cast<int>(entry.instancing)];
+    for (const CatalogueEntry& entry : catalogue())
+        ++counts[static_cast<int>(entry.instancing)];
     EXPECT_EQ(counts[static_cast<int>(Instancing::Global)], 7);
     EXPECT_EQ(counts[static_cast<int>(Instancing::Creatable)], 6);
     EXPECT_EQ(counts[static_cast<int>(Instancing::NotCreatable)], 3);
