@@ -22,6 +22,9 @@ template <class... Cases>
 struct Overloads : Cases... {
     using Cases::operator()...;
 };
+// clang 14 does not deduce an aggregate's arguments by itself.
+template <class... Cases>
+Overloads(Cases...) -> Overloads<Cases...>;
 
 /// A value read as a number, kept as exactly as it came.
 using Number = std::variant<std::int64_t, std::uint64_t, float, double, Currency, Decimal, NumberSpelling>;

@@ -217,7 +217,7 @@ TEST(Convert, ArraysElementByElement) {
         {A(T::Variant, 3, {u"1", 2.5}), arrayOf(T::Long), gives(A(T::Long, 3, {1, 2}))},
         {A(T::Variant, 0, {u"x"}), arrayOf(T::Long), raises(13)},
         {A(T::Variant), arrayOf(T::String), gives(A(T::String))},
-        {A(T::Long, 0, {1}), T::String, raises(13)},
+        {A(T::Long, 0, {Variant(1)}), T::String, raises(13)},
         {1, arrayOf(T::Long), raises(13)},
     });
 }
