@@ -3,7 +3,8 @@
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR ${TARNCOM32_MINGW})
 
-# The variant with POSIX threads: std::thread and std::mutex exist only there.
+# The variant with POSIX threads: std::thread and std::mutex exist only there. GoogleTest's project wants C as well.
+set(CMAKE_C_COMPILER ${TARNCOM32_MINGW}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${TARNCOM32_MINGW}-g++-posix)
 set(CMAKE_RC_COMPILER ${TARNCOM32_MINGW}-windres)
 

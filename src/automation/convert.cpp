@@ -216,8 +216,11 @@ float toSingle(const Variant& value) {
 Currency toCurrency(const Variant& value) {
     if (const auto* same = value.as<Currency>()) return *same;
     // A real number is scaled as it is, so that none of its digits beyond the fifteenth is lost.
-    if (value.as<float>() || value.as<double>() || value.as<Date>())
-        return {roundTo<std::int64_t>(toDouble(value) * 10000)};
+    if (value.as<float>() || value.as<double>() || value.as<Date>()) {
+        // Stored, since the 32-bit processor's registers hold more digits and would see no half where there is one.
+        const volatile double scaled = toDouble(value) * 10000;
+        return {roundTo<std::int64_t>(scaled)};
+    }
     return {toScaledSigned(decimalOf(value), 4)};
 }
 
