@@ -40,8 +40,8 @@ std::size_t nth(StringView text, StringView sought, std::size_t n, std::size_t& 
 
 } // namespace
 
-std::size_t positionOf(StringView text, StringView sought) {
-    const std::size_t at = Occurrences(text, sought, Overlap::No).next();
+std::size_t positionOf(StringView text, StringView sought, std::size_t behind) {
+    const std::size_t at = Occurrences(text, sought, Overlap::No, behind).next();
     return at == StringView::npos ? 0 : at + 1;
 }
 

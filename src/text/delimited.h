@@ -10,8 +10,9 @@
 /// nothing was found.
 namespace tarncom32::text {
 
-/// The position of the first `sought`. An empty text is found at position 1 of any text that is not empty itself.
-std::size_t positionOf(automation::StringView text, automation::StringView sought);
+/// The position of the first `sought` behind the position `behind`. An empty text is found at the first position
+/// behind `behind` that has a character.
+std::size_t positionOf(automation::StringView text, automation::StringView sought, std::size_t behind = 0);
 
 /// The position of the first `sought` in `text` read backwards, `sought` itself read as it stands.
 std::size_t positionInReversed(automation::StringView text, automation::StringView sought);

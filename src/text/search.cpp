@@ -41,8 +41,10 @@ inline Hits hitsAt(const char16_t* text, char16_t wanted) {
     return hits;
 }
 
-// Whether any of 32 characters is the wanted one.
-inline bool anyIn32(const char16_t* text, char16_t wanted) {
+constexpr std::size_t kStride = 4 * kBlock;
+
+// Whether any of the 32 characters from `text` on is `wanted`.
+inline bool anyInStride(const char16_t* text, char16_t wanted) {
     Block blocks[4];
     std::memcpy(blocks, text, sizeof blocks);
     const auto c = static_cast<std::uint16_t>(wanted);
@@ -52,12 +54,29 @@ inline bool anyIn32(const char16_t* text, char16_t wanted) {
     return hits.any();
 }
 
+// Whether any of 32 places has `first` at it and `last` at `distance` behind it.
+inline bool anyPairInStride(const char16_t* text, char16_t first, char16_t last, std::size_t distance) {
+    Block a[4];
+    Block b[4];
+    std::memcpy(a, text, sizeof a);
+    std::memcpy(b, text + distance, sizeof b);
+    const auto f = static_cast<std::uint16_t>(first);
+    const auto l = static_cast<std::uint16_t>(last);
+    const auto both = ((a[0] == f) & (b[0] == l)) | ((a[1] == f) & (b[1] == l)) | ((a[2] == f) & (b[2] == l)) |
+                      ((a[3] == f) & (b[3] == l));
+    Hits hits;
+    std::memcpy(&hits, &both, sizeof hits);
+    return hits.any();
+}
+
 // The offset of the first place at or behind `from` that has `first`, and `last` at `distance` behind it: looking at
 // both ends of a sought text at once leaves few places to compare in full.
 std::size_t findPair(StringView text, char16_t first, char16_t last, std::size_t distance, std::size_t from) {
     if (text.size() <= distance) return npos;
     const std::size_t end = text.size() - distance; // behind the last place
     const char16_t* const data = text.data();
+    while (from + kStride <= end && !anyPairInStride(data + from, first, last, distance))
+        from += kStride;
     for (; from + kBlock <= end; from += kBlock) {
         const Hits atFirst = hitsAt(data + from, first);
         const Hits atLast = hitsAt(data + from + distance, last);
@@ -81,8 +100,8 @@ std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) no
     // Most fields are short: their delimiter stands in the first block, before the longer strides start.
     for (int i = 0; i < 2 && from + kBlock <= size; ++i, from += kBlock)
         if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
-    while (from + 4 * kBlock <= size && !anyIn32(data + from, wanted))
-        from += 4 * kBlock;
+    while (from + kStride <= size && !anyInStride(data + from, wanted))
+        from += kStride;
     for (; from + kBlock <= size; from += kBlock)
         if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
     for (; from < size; ++from)
@@ -93,8 +112,8 @@ std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) no
 std::size_t findLastCharacter(StringView text, char16_t wanted) noexcept {
     const char16_t* const data = text.data();
     std::size_t end = text.size();
-    while (end >= 4 * kBlock && !anyIn32(data + end - 4 * kBlock, wanted))
-        end -= 4 * kBlock;
+    while (end >= kStride && !anyInStride(data + end - kStride, wanted))
+        end -= kStride;
     for (; end >= kBlock; end -= kBlock)
         if (const Hits hits = hitsAt(data + end - kBlock, wanted); hits.any()) return end - kBlock + hits.last();
     while (end > 0)

@@ -31,8 +31,10 @@ enum class Overlap : bool { No, Yes };
 /// character. Both texts must outlive the walk.
 class Occurrences {
 public:
-    Occurrences(automation::StringView text, automation::StringView sought, Overlap overlap) noexcept
-        : text_(text), sought_(sought), overlap_(overlap) {}
+    /// Occurrences that start at or behind the offset `from`.
+    Occurrences(automation::StringView text, automation::StringView sought, Overlap overlap,
+                std::size_t from = 0) noexcept
+        : text_(text), sought_(sought), overlap_(overlap), from_(from) {}
 
     /// The offset of the next occurrence; npos, again and again, once there is none.
     std::size_t next();
@@ -45,7 +47,7 @@ private:
     automation::StringView text_;
     automation::StringView sought_;
     Overlap overlap_;
-    std::size_t from_ = 0;     // where the search goes on
+    std::size_t from_;         // where the search goes on
     std::size_t compared_ = 0; // characters looked at more than once so far
     // Knuth, Morris and Pratt's table, built only for texts that make plain comparing slow: for each start of the
     // sought text, how many of its last characters are a start of the sought text again.

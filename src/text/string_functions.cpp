@@ -31,6 +31,16 @@ std::int16_t asInteger(std::size_t number) {
     return static_cast<std::int16_t>(number);
 }
 
+// What `toInteger` reads from the text; most identifiers are a few digits and nothing else.
+std::int16_t identifierIn(StringView text) {
+    int number = 0;
+    for (const char16_t c : text) {
+        if (text.size() > 4 || c < u'0' || c > u'9') return toInteger(Variant(text));
+        number = number * 10 + (c - u'0');
+    }
+    return static_cast<std::int16_t>(number);
+}
+
 String joined(StringView first, StringView second, StringView third = {}) {
     String text;
     text.reserve(first.size() + second.size() + third.size());
@@ -92,9 +102,10 @@ String StringFunctions::returnStringBeforeDelimiter(StringView sSource, StringVi
 
 String StringFunctions::removeIDFromListWithDelimiter(StringView sList, std::int16_t iID, StringView sDelimiter) {
     String remaining;
+    remaining.reserve(sList.size() + sDelimiter.size());
     for (Fields fields(sList, sDelimiter); fields.next();) {
         const StringView field = fields.field();
-        if (!field.empty() && toInteger(Variant(field)) != iID) remaining.append(field).append(sDelimiter);
+        if (!field.empty() && identifierIn(field) != iID) remaining.append(field).append(sDelimiter);
     }
     return remaining;
 }
@@ -105,13 +116,12 @@ String StringFunctions::returnStringAfterDelimiter(StringView sSource, StringVie
 }
 
 String StringFunctions::cleanDate(StringView sDate) {
-    String kept(sDate.size(), u'\0');
-    auto end = kept.begin();
-    for (const char16_t c : sDate) {
-        *end = c;
-        end += c != u'\\' && c != u'_';
-    }
-    return String(automation::trim(StringView(kept.begin(), end)));
+    String kept = withoutAll(withoutAll(sDate, u"\\"), u"_");
+    const StringView trimmed = automation::trim(kept);
+    const std::size_t size = trimmed.size();
+    if (size > 0) kept.erase(0, static_cast<std::size_t>(trimmed.data() - kept.data()));
+    kept.resize(size);
+    return kept;
 }
 
 String StringFunctions::stringReturnBetween(StringView sSource, StringView sStart, StringView sEnd) {
@@ -196,8 +206,10 @@ String StringFunctions::returnStringAfterNthDelimiter(StringView sSource, String
 String StringFunctions::replaceValueInStream(StringView sStream, StringView sDelimiter, StringView sNewValue,
                                              std::int32_t lN) {
     if (lN == std::numeric_limits<std::int32_t>::max()) throw Error(errors::Overflow);
-    const StringView before = left(sStream, positionOfNth(sStream, sDelimiter, lN));
-    return joined(before, sNewValue, from(sStream, positionOfNth(sStream, sDelimiter, lN + 1)));
+    const std::size_t nth = positionOfNth(sStream, sDelimiter, lN);
+    // The search for the delimiter after the n-th goes on where the one for the n-th ended; below 1 they are the same.
+    const std::size_t next = lN < 1 ? nth : positionOf(sStream, sDelimiter, nth);
+    return joined(left(sStream, nth), sNewValue, from(sStream, next));
 }
 
 } // namespace tarncom32::text

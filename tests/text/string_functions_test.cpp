@@ -228,6 +228,17 @@ TEST_F(StringFunctionsTest, ReplacesValuesInStreams) {
     EXPECT_EQ(functions_.replaceValueInStream(u"a,b,c", u",", u"X", 1), u"a,X,c");
     EXPECT_EQ(functions_.replaceValueInStream(u"a,b,c", u",", u"X", 0), u"a,X,b,c");
     EXPECT_EQ(functions_.replaceValueInStream(u"a,b,c", u",", u"X", 3), u"X,b,c") << "round again";
+    for (const StringView delimiter : {u"a", u"aa", u"ab", u""}) {
+        for (std::int32_t n = -2; n < 20; ++n) {
+            const StringView stream = u"baaabaabab";
+            const auto after = [&] { return functions_.returnStringAfterNthDelimiter(stream, delimiter, n + 1); };
+            const auto replaced = [&] { return functions_.replaceValueInStream(stream, delimiter, u"-", n); };
+            const std::int32_t error = errorOf(after);
+            ASSERT_EQ(errorOf(replaced), error) << n;
+            if (error != 0) continue;
+            ASSERT_EQ(replaced(), functions_.returnStringBeforeNthDelimiter(stream, delimiter, n) + u"-" + after());
+        }
+    }
     EXPECT_EQ(errorOf([&] { functions_.replaceValueInStream(u"a,b,c", u",", u"X", 2); }), errors::InvalidProcedureCall);
     EXPECT_EQ(
         errorOf([&] { functions_.replaceValueInStream(u"a,b", u",", u"X", std::numeric_limits<std::int32_t>::max()); }),
