@@ -2,6 +2,8 @@
 
 #include "automation/error.h"
 
+#include <algorithm>
+
 namespace tarncom32::text {
 
 using automation::String;
@@ -81,7 +83,10 @@ String withoutAll(StringView text, StringView sought) {
 }
 
 String reversed(StringView text) {
-    return String(text.rbegin(), text.rend());
+    String result;
+    result.assign(text);
+    std::ranges::reverse(result);
+    return result;
 }
 
 std::size_t countFields(StringView text, StringView delimiter) {
