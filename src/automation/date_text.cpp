@@ -45,7 +45,7 @@ String dayText(chrono::year_month_day day) {
     const int dayOfMonth = static_cast<int>(static_cast<unsigned>(day.day()));
     String text;
     if (rules.dateOrder == Locale::DateOrder::YearMonthDay) {
-        append(text, year, 4);
+        text += decimalText(year);
         text.push_back(rules.dateSeparator);
     }
     const bool dayFirst = rules.dateOrder == Locale::DateOrder::DayMonthYear;
@@ -54,7 +54,7 @@ String dayText(chrono::year_month_day day) {
     append(text, dayFirst ? month : dayOfMonth, width);
     if (rules.dateOrder != Locale::DateOrder::YearMonthDay) {
         text.push_back(rules.dateSeparator);
-        append(text, year, 4);
+        text += decimalText(year);
     }
     return text;
 }
@@ -83,7 +83,7 @@ struct Reading {
     std::vector<Number> numbers;
     int month = 0; // by name; 0 when there was none
     std::optional<int> seconds;
-    bool mayBeFraction = false; // a point stood between numbers where dates are not written so
+    std::size_t points = 0; // points between numbers where dates are not written so
 };
 
 /// 1 for the first of `names`, in full or by its first three letters; 0 for none of them.
@@ -193,8 +193,7 @@ private:
         if (c == u',') return comma_ = true;
         const bool known = c == u'/' || c == u'-' || c == u'.' || c == locale().dateSeparator;
         const bool first = reading_.numbers.empty() && reading_.month == 0;
-        // A point between two numbers is rather a fraction, so three are needed where it is not the date's separator.
-        if (c == u'.' && c != locale().dateSeparator) reading_.mayBeFraction = true;
+        if (c == u'.' && c != locale().dateSeparator) ++reading_.points;
         return known && !first && !std::exchange(separated_, true);
     }
 
@@ -251,6 +250,21 @@ std::optional<chrono::sys_days> dayWithMonthName(const std::vector<Number>& n, i
     return isYear(n[0]) ? dayOf(n[0], month, n[1]) : dayOf(n[1], month, n[0]);
 }
 
+/// "13.50" is a time of day where the point does not separate dates, if its numbers allow it.
+std::optional<int> secondsFromNumbers(const Reading& reading) {
+    const std::vector<Number>& n = reading.numbers;
+    if (reading.month != 0 || reading.seconds || reading.points == 0 || n.size() != reading.points + 1)
+        return std::nullopt;
+    constexpr int kLimits[] = {24, 60, 60};
+    int seconds = 0;
+    for (std::size_t i = 0; i < std::size(kLimits); ++i) {
+        const Number part = i < n.size() ? n[i] : Number{0, 1};
+        if (part.digits > 2 || part.value >= kLimits[i]) return std::nullopt;
+        seconds = seconds * 60 + part.value;
+    }
+    return seconds;
+}
+
 } // namespace
 
 bool isDateInRange(double days) {
@@ -275,10 +289,13 @@ String dateText(Date date) {
 std::optional<Date> spelledDate(StringView text) {
     const auto reading = Reader(text).read();
     if (!reading) return std::nullopt;
+    const auto timeWithPoints = secondsFromNumbers(*reading);
+    if (timeWithPoints) return Date{static_cast<double>(*timeWithPoints) / kSecondsADay};
     const double time = static_cast<double>(reading->seconds.value_or(0)) / kSecondsADay;
     if (reading->numbers.empty() && reading->month == 0)
         return reading->seconds ? std::optional(Date{time}) : std::nullopt;
-    if (reading->mayBeFraction && reading->month == 0 && reading->numbers.size() < 3) return std::nullopt;
+    // What is left is a fraction rather than a day without a year.
+    if (reading->points > 0 && reading->month == 0 && reading->numbers.size() < 3) return std::nullopt;
     const auto day =
         reading->month != 0 ? dayWithMonthName(reading->numbers, reading->month) : dayFromNumbers(reading->numbers);
     if (!day) return std::nullopt;

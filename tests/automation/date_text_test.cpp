@@ -31,7 +31,7 @@ TEST(DateText, IsWrittenAsTheLocaleHasIt) {
         {36526.75, u"1/1/2000 6:00:00 PM", u"01.01.2000 18:00:00"},
         {36526.9999999, u"1/2/2000", u"02.01.2000"}, // rounds to the next midnight
         {-1.25, u"12/29/1899 6:00:00 AM", u"29.12.1899 06:00:00"},
-        {-657434, u"1/1/0100", u"01.01.0100"},
+        {-657434, u"1/1/100", u"01.01.100"},
         {2958465, u"12/31/9999", u"31.12.9999"},
     };
     for (const auto& c : cases) {
@@ -70,7 +70,9 @@ TEST(DateText, IsRead) {
         {u"6PM 1/1/2000", 36526.75},
         {u"12/29/1899 6:00:00 AM", -1.25},
         {u"36526.5", 36526.5}, // a number counts the days
-        {u"1.5", 1.5},
+        {u"1.75", 1.75},
+        {u"13.30", 0.5625}, // but this is a time of day
+        {u"1.2.2000", 36527},
     };
     for (const auto& c : cases)
         EXPECT_EQ(toDate(c.text).days, c.days) << toUtf8(c.text);
