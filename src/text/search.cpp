@@ -170,11 +170,6 @@ std::size_t Occurrences::nextByComparing() {
         // Texts that repeat themselves would be compared again and again.
         if (compared_ > 4 * from_ + 1024) {
             buildTable();
-            // After an occurrence that may overlap the next one the table knows how much of it still counts.
-            if (found && step == 1) {
-                from_ = at + sought_.size();
-                matched_ = table_.back();
-            }
             return found ? at : nextByTable();
         }
         if (found) return at;
