@@ -25,7 +25,8 @@ struct Surroundings {
     SilentMessageBox messageBox;
     platform::NoApplications applications;
     platform::portable::Windows1252 codePage;
-    platform::Platform platform{messageBox, applications, codePage};
+    platform::portable::SqliteRegistry registry{{}, codePage};
+    platform::Platform platform{messageBox, applications, codePage, registry};
     automation::Ref<text::StringFunctions> functions = automation::make<text::StringFunctions>(platform);
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/code_page.h"
 #include "platform/message_box.h"
+#include "platform/registry.h"
 #include "platform/running_applications.h"
 
 namespace tarncom32::platform {
@@ -11,6 +12,7 @@ struct Platform {
     MessageBox& messageBox;
     RunningApplications& applications;
     const CodePage& codePage;
+    Registry& registry;
 };
 
 } // namespace tarncom32::platform

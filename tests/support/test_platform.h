@@ -2,6 +2,7 @@
 
 #include "platform/platform.h"
 #include "platform/portable/windows_1252.h"
+#include "support/test_registry.h"
 
 #include <vector>
 
@@ -31,7 +32,8 @@ struct TestPlatform {
     RecordingMessageBox messageBox;
     platform::NoApplications applications;
     platform::portable::Windows1252 codePage;
-    platform::Platform platform{messageBox, applications, codePage};
+    TestRegistry registry;
+    platform::Platform platform{messageBox, applications, codePage, registry};
 };
 
 } // namespace tarncom32::tests
