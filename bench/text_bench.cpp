@@ -1,6 +1,7 @@
 // The delimited-text members next to a loop written by hand and to Abseil, on a text of 64 characters and one of 1 MB
 // in UTF-8. The members and the loops work on the same text in UTF-16, which is twice as many bytes.
 
+#include "platform/portable/sqlite_registry.h"
 #include "platform/portable/windows_1252.h"
 #include "support/comparison.h"
 #include "text/string_functions.h"
