@@ -47,19 +47,19 @@ std::string repeated(std::string_view text, int count) {
 std::string nested(int depth) {
     std::string text;
     for (int i = 1; i <= depth; ++i)
-        text += "<Shapes><Shape ID='" + std::to_string(i) + "'>";
+        text += tests::numbered("<Shapes><Shape ID='#'>", i);
     return text + repeated("</Shape></Shapes>", depth);
 }
 
 TEST(HostileDrawing, IsRefusedWithThePartAndTheReason) {
-    const auto page = [](std::string content) {
+    const auto page = [](const std::string& content) {
         return [content](Parts& parts) { parts[page1] = visioPart("PageContents", content); };
     };
-    const auto target = [](std::string path) {
+    const auto target = [](const std::string& path) {
         return [path](Parts& parts) { change(parts, pagesRels, "'page1.xml'", "'" + path + "'"); };
     };
-    const auto without = [](std::string part) { return [part](Parts& parts) { parts.erase(part); }; };
-    const auto doctype = [](std::string declaration, std::string text) {
+    const auto without = [](const std::string& part) { return [part](Parts& parts) { parts.erase(part); }; };
+    const auto doctype = [](const std::string& declaration, const std::string& text) {
         return [=](Parts& parts) {
             parts[page1] = "<!DOCTYPE PageContents " + declaration + ">" +
                            visioPart("PageContents", "<Shapes><Shape ID='1'><Text>" + text + "</Text></Shape></Shapes>")
@@ -172,7 +172,7 @@ TEST(HostileDrawing, DoesNotPassItsLimits) {
     const std::string spaces(1 << 20, ' ');
     std::string cells; // each with a string of its own
     for (int i = 0; i < 20000; ++i)
-        cells += "<Cell N='" + std::to_string(i) + "'/>";
+        cells += tests::numbered("<Cell N='#'/>", i);
     const struct {
         const char* name;
         std::string page;
@@ -211,14 +211,14 @@ TEST(HostileDrawing, DoesNotUnfoldMasters) {
     std::string list;
     std::string rels = "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
     for (int i = 1; i <= 30; ++i) {
-        const std::string n = std::to_string(i);
-        const std::string next = std::to_string(i + 1);
-        list += "<Master ID='" + n + "' NameU='M'><Rel r:id='r" + n + "'/></Master>";
-        rels += "<Relationship Id='r" + n +
-                "' Type='http://schemas.microsoft.com/visio/2010/relationships/master' Target='m" + n + ".xml'/>";
-        parts["visio/masters/m" + n + ".xml"] =
-            visioPart("MasterContents", "<Shapes><Shape ID='5'><Shapes><Shape ID='6' Master='" + next +
-                                            "'/><Shape ID='7' Master='" + next + "'/></Shapes></Shape></Shapes>");
+        list += tests::numbered("<Master ID='#' NameU='M'><Rel r:id='r#'/></Master>", i);
+        rels += tests::numbered("<Relationship Id='r#' Type='http://schemas.microsoft.com/visio/2010/relationships/"
+                                "master' Target='m#.xml'/>",
+                                i);
+        parts[tests::numbered("visio/masters/m#.xml", i)] = visioPart(
+            "MasterContents", tests::numbered("<Shapes><Shape ID='5'><Shapes><Shape ID='6' Master='#'/><Shape ID='7' "
+                                              "Master='#'/></Shapes></Shape></Shapes>",
+                                              i + 1));
     }
     parts["visio/masters/masters.xml"] = visioPart("Masters", list);
     parts["visio/masters/_rels/masters.xml.rels"] = rels + "</Relationships>";

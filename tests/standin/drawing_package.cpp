@@ -69,6 +69,13 @@ void change(Parts& parts, const std::string& part, std::string_view from, std::s
     text.replace(at, from.size(), to);
 }
 
+std::string numbered(std::string_view pattern, int number) {
+    std::string text;
+    for (const char c : pattern)
+        text += c == '#' ? std::to_string(number) : std::string(1, c);
+    return text;
+}
+
 std::vector<std::byte> zipped(const Parts& parts) {
     zip_source_t* source = zip_source_buffer_create(nullptr, 0, 0, nullptr);
     zip_source_keep(source);

@@ -22,6 +22,9 @@ using Parts = std::map<std::string, std::string>;
 /// Replaces the one occurrence of `from` in a part; a test that changes nothing is a mistake in the test.
 void change(Parts& parts, const std::string& part, std::string_view from, std::string_view to);
 
+/// The pattern with the number in place of each "#".
+[[nodiscard]] std::string numbered(std::string_view pattern, int number);
+
 /// The parts as a zip file, packed.
 [[nodiscard]] std::vector<std::byte> zipped(const Parts& parts);
 

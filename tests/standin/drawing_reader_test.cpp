@@ -211,10 +211,9 @@ TEST(DrawingMemory, StaysWithinAKilobyteAShape) {
     std::string shapes = "<Shapes>";
     constexpr int count = 20000;
     for (int i = 1; i <= count; ++i) {
-        const std::string n = std::to_string(i);
-        shapes += "<Shape ID='" + n + "' NameU='Node " + n + "' Type='Shape' Master='2'>";
+        shapes += tests::numbered("<Shape ID='#' NameU='Node #' Type='Shape' Master='2'>", i);
         for (const char* cell : {"PinX", "PinY", "Width", "Height", "LocPinX", "LocPinY", "Angle"})
-            shapes += "<Cell N='" + std::string(cell) + "' V='" + n + ".5' U='IN' F='Width*0.5'/>";
+            shapes.append("<Cell N='").append(cell).append(tests::numbered("' V='#.5' U='IN' F='Width*0.5'/>", i));
         shapes += "<Section N='User'><Row N='Application'><Cell N='Value' V='Office' U='STR'/></Row></Section></Shape>";
     }
     const DrawingFile file = readShapes(shapes + "</Shapes>");

@@ -8,8 +8,9 @@
 #include <string>
 #include <string_view>
 
-struct _xmlTextReader;
-struct _xmlError;
+// libxml2's own names
+struct _xmlTextReader; // NOLINT(bugprone-reserved-identifier)
+struct _xmlError;      // NOLINT(bugprone-reserved-identifier)
 
 namespace tarncom32::standin::drawing {
 
