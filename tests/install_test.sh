@@ -1,0 +1,45 @@
+#!/usr/bin/env bash
+# Installs a build into a folder of its own, builds a client against it by pkg-config alone, shared and static, and runs
+# it: install_test.sh BUILD_FOLDER COMPILER CMAKE
+set -euo pipefail
+build=$1 compiler=$2 cmake=$3
+folder=$(mktemp -d)
+trap 'rm -rf "$folder"' EXIT
+
+"$cmake" --install "$build" --prefix "$folder/installed" >"$folder/log" 2>&1 || { cat "$folder/log"; exit 1; }
+# Moved, as a package would be: nothing may point back to the first place.
+mv "$folder/installed" "$folder/moved"
+PKG_CONFIG_PATH=$(dirname "$(find "$folder/moved" -name tarncom32.pc)")
+export PKG_CONFIG_PATH
+LD_LIBRARY_PATH=$(dirname "$PKG_CONFIG_PATH")
+export LD_LIBRARY_PATH
+
+cat >"$folder/client.cpp" <<'END'
+#include "library/library.h"
+
+#include <iostream>
+
+int main() {
+    const auto* found = tarncom32::library::findBuiltClass(u"stringfunctions");
+    std::cout << (found ? tarncom32::automation::toUtf8(found->describe().name) : "nothing") << '\n';
+}
+END
+
+for kind in tarncom32 tarncom32-static; do
+    read -ra flags < <(pkg-config --cflags --libs "$kind")
+    "$compiler" -std=c++20 "$folder/client.cpp" -o "$folder/$kind" "${flags[@]}"
+    answer=$("$folder/$kind")
+    if [[ $answer != StringFunctions ]]; then
+        echo "the client of $kind printed '$answer'"
+        exit 1
+    fi
+done
+# Every installed header can be used from where it is now.
+(cd "$folder/moved/include/tarncom32" && find . -name '*.h' | sort -r | sed 's|^./\(.*\)|#include "\1"|') >"$folder/headers.cpp"
+read -ra flags < <(pkg-config --cflags tarncom32)
+"$compiler" -std=c++20 -fsyntax-only "$folder/headers.cpp" "${flags[@]}"
+readelf -d "$folder/tarncom32" | grep -q 'NEEDED.*libtarncom32.so.1' || { echo "not linked to the shared library"; exit 1; }
+if readelf -d "$folder/tarncom32-static" | grep -q 'libtarncom32'; then
+    echo "the static client needs the shared library"
+    exit 1
+fi
