@@ -1,6 +1,8 @@
 #include "library/library.h"
 
 #include "automation/error.h"
+#include "settings/user_profile.h"
+#include "settings/user_profile_entries.h"
 #include "text/string_functions.h"
 #include "visio/visio_functions.h"
 
@@ -18,9 +20,17 @@ constexpr BuiltClass creatable() {
     return {&C::describe, [](platform::Platform& platform) -> ObjectRef { return automation::make<C>(platform); }};
 }
 
+template <class C>
+constexpr BuiltClass notCreatable() {
+    return {&C::describe, nullptr};
+}
+
 constexpr BuiltClass kBuiltClasses[] = {
     creatable<visio::VisioFunctions>(),
     creatable<text::StringFunctions>(),
+    creatable<settings::UserProfile>(),
+    notCreatable<settings::UserProfileEntries>(),
+    notCreatable<settings::UserProfileEntry>(),
 };
 
 [[noreturn]] void refuse(StringView name, StringView reason) {
