@@ -82,7 +82,7 @@ struct EventInfo {
 struct ClassInfo {
     StringView name;
     StringView help;
-    Guid clsid{}; ///< null for a class that is not creatable
+    Guid clsid{}; ///< null for a class that is not published
     Guid iid{};
     Guid sourceIid{};                ///< null for a class without events
     std::vector<MemberInfo> members; ///< in the order of the interface

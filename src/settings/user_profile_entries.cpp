@@ -27,7 +27,8 @@ Ref<UserProfileEntry> toEntry(const Variant& item) {
 const ClassInfo& UserProfileEntries::describe() {
     using E = UserProfileEntries;
     static const ClassInfo info(
-        kClassName, u"The entries of a user profile.", {}, "2c11978a-bf05-4679-81e3-e63d54411b3f"_guid,
+        kClassName, u"The entries of a user profile.", "81941e1e-4df1-4f1a-b9fd-0204245d6965"_guid,
+        "2c11978a-bf05-4679-81e3-e63d54411b3f"_guid,
         {
             member::get<&E::containingProfile>(1, u"ContainingProfile", {}, u"The profile that the entries belong to."),
             member::method<&E::createNewItem>(2, u"CreateNewItem", {}, u"A new entry, added at the end."),

@@ -28,7 +28,8 @@ String newIdentity() {
 const ClassInfo& UserProfileEntry::describe() {
     using E = UserProfileEntry;
     static const ClassInfo info(
-        kClassName, u"A named setting of a user profile.", {}, "f1c60574-2b93-4130-84fe-1a3d937be0d6"_guid,
+        kClassName, u"A named setting of a user profile.", "ab75a715-3413-474f-ab30-b4dcfdb891df"_guid,
+        "f1c60574-2b93-4130-84fe-1a3d937be0d6"_guid,
         {
             member::get<&E::containingProfile>(1, u"ContainingProfile", {}, u"The profile that holds the entry."),
             member::get<&E::name>(2, u"Name", {}, u"The entry's name: that of its value in the registry."),
