@@ -1,0 +1,46 @@
+#include "standin/object_model.h"
+
+#include "automation/convert.h"
+
+#include <fstream>
+
+namespace tarncom32::tests {
+
+ObjectRef objectIn(const Variant& value) {
+    return automation::toObject(value);
+}
+
+std::string textIn(const Variant& value) {
+    return automation::toUtf8(automation::toText(value));
+}
+
+std::string errorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const automation::Error& error) {
+        return std::to_string(error.number()) + " " + automation::toUtf8(error.description());
+    }
+    return "";
+}
+
+ObjectRef BlankDrawing::square(const ObjectRef& in) const {
+    return objectIn((in ? in : page)->call(u"DrawRectangle", 0, 0, 1, 1));
+}
+
+ObjectRef BlankDrawing::group(const ObjectRef& in) const {
+    const ObjectRef shape = square(in);
+    shape->call(u"ConvertToGroup");
+    return shape;
+}
+
+TemporaryFile::TemporaryFile(const std::string& content, const std::string& name) : path_(folder_.path() / name) {
+    std::ofstream(path_, std::ios::binary) << content;
+}
+
+TemporaryFile::TemporaryFile(const Parts& parts, const std::string& name) : path_(folder_.path() / name) {
+    const std::vector<std::byte> bytes = zipped(parts);
+    std::ofstream(path_, std::ios::binary)
+        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+} // namespace tarncom32::tests

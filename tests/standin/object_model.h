@@ -1,0 +1,48 @@
+#pragma once
+
+#include "standin/application.h"
+#include "standin/drawing_package.h"
+#include "support/temporary_folder.h"
+
+#include <functional>
+
+namespace tarncom32::tests {
+
+using automation::ObjectRef;
+using automation::Ref;
+using automation::String;
+using automation::StringView;
+using automation::Variant;
+
+/// What member calls give, as the object or text it is.
+ObjectRef objectIn(const Variant& value);
+std::string textIn(const Variant& value);
+
+/// "number text" of the error that `action` raises; "" when it raises none.
+std::string errorOf(const std::function<void()>& action);
+
+/// An application with one blank drawing, and what is in it.
+struct BlankDrawing {
+    Ref<standin::Application> application = standin::startApplication();
+    ObjectRef document = objectIn(objectIn(application->get(u"Documents"))->call(u"Add", u""));
+    ObjectRef page = objectIn(objectIn(document->get(u"Pages"))->call(u"Item", 1));
+    ObjectRef shapes() const { return objectIn(page->get(u"Shapes")); }
+    ObjectRef shape(const Variant& index) const { return objectIn(shapes()->call(u"Item", index)); }
+    /// A unit square; on the page unless `in` is a group.
+    ObjectRef square(const ObjectRef& in = nullptr) const;
+    ObjectRef group(const ObjectRef& in = nullptr) const;
+};
+
+/// A file in a folder of its own that goes at the end of the scope.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const Parts& parts, const std::string& name = "drawing.vsdx");
+    explicit TemporaryFile(const std::string& content, const std::string& name = "drawing.vsdx");
+    String path() const { return path_.u16string(); }
+
+private:
+    TemporaryFolder folder_;
+    std::filesystem::path path_;
+};
+
+} // namespace tarncom32::tests

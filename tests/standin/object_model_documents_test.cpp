@@ -1,0 +1,152 @@
+#include "standin/host.h"
+#include "standin/object_model.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tarncom32::standin {
+namespace {
+
+using namespace tests;
+
+TEST(ObjectModelDocuments, ABlankDrawingIsInNoFile) {
+    const BlankDrawing drawing;
+    const struct {
+        StringView member;
+        const char* value;
+    } cases[] = {{u"Name", "Drawing1"}, {u"FullName", "Drawing1"}, {u"Path", ""},
+                 {u"Template", ""},     {u"Index", "1"},           {u"Type", "1"},
+                 {u"ID", "1"},          {u"Saved", "True"}};
+    for (const auto& c : cases)
+        EXPECT_EQ(textIn(drawing.document->get(automation::MemberName(c.member))), c.value)
+            << automation::toUtf8(c.member);
+    drawing.square();
+    EXPECT_EQ(textIn(drawing.document->get(u"Saved")), "False");
+}
+
+TEST(ObjectModelDocuments, OpenedFilesAreFoundByPositionAndName) {
+    const TemporaryFile file(smallDrawing(), "plan.vsdx");
+    const auto application = startApplication();
+    const ObjectRef documents = objectIn(application->get(u"Documents"));
+    documents->call(u"Add", u"vss");
+    const ObjectRef opened = objectIn(documents->call(u"Open", file.path()));
+    EXPECT_EQ(opened->get(u"FullName"), Variant(file.path()));
+    EXPECT_EQ(textIn(opened->get(u"Path")) + textIn(opened->get(u"Name")), automation::toUtf8(file.path()));
+    for (const Variant& index : {Variant(2), Variant(2.4), Variant(u"PLAN.vsdx"), Variant(file.path())})
+        EXPECT_EQ(objectIn(documents->call(u"Item", index)), opened);
+    EXPECT_EQ(objectIn(documents->call(u"Open", file.path())), opened) << "an open file is not opened again";
+    String windows = u"Z:" + file.path();
+    std::ranges::replace(windows, u'/', u'\\');
+    EXPECT_EQ(objectIn(documents->call(u"Open", windows)), opened) << "Z: is the root";
+
+    const ObjectRef copy = objectIn(documents->call(u"Add", file.path()));
+    EXPECT_EQ(copy->get(u"Template"), Variant(file.path()));
+    EXPECT_EQ(textIn(copy->get(u"Name")), "Drawing1");
+    opened->call(u"Close");
+    EXPECT_EQ(textIn(copy->get(u"Index")), "2");
+    EXPECT_EQ(textIn(documents->get(u"Count")), "2");
+}
+
+TEST(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
+    const auto application = startApplication();
+    const ObjectRef documents = objectIn(application->get(u"Documents"));
+    const TemporaryFile text("no drawing");
+    Parts parts = smallDrawing();
+    parts.erase("visio/pages/page1.xml");
+    const TemporaryFile incomplete(parts);
+    const struct {
+        String path;
+        const char* says;
+    } cases[] = {
+        {u"/nowhere/at all.vsdx", "at all.vsdx"}, {text.path(), "drawing.vsdx"}, {incomplete.path(), "page1.xml"}};
+    for (const auto& c : cases) {
+        const std::string error = errorOf([&] { documents->call(u"Open", c.path); });
+        EXPECT_EQ(error.substr(0, 12), "-2032465765 ") << error;
+        EXPECT_NE(error.find(c.says), std::string::npos) << error;
+    }
+    EXPECT_EQ(textIn(documents->get(u"Count")), "0");
+}
+
+TEST(ObjectModelDocuments, WhatIsNotThereRaisesVisiosErrors) {
+    const BlankDrawing drawing;
+    const ObjectRef documents = objectIn(drawing.application->get(u"Documents"));
+    const ObjectRef pages = objectIn(drawing.document->get(u"Pages"));
+    const ObjectRef shape = drawing.square();
+    const struct {
+        const char* what;
+        std::function<void()> action;
+        const char* error;
+    } cases[] = {
+        {"document 0", [&] { documents->call(u"Item", 0); }, "-2032465753 Invalid parameter"},
+        {"document 2", [&] { documents->call(u"Item", 2); }, "-2032465753 Invalid parameter"},
+        {"document by name", [&] { documents->call(u"Item", u"1"); }, "-2032465660 Object name not found"},
+        {"page 2", [&] { pages->call(u"Item", 2); }, "-2032465753 Invalid parameter"},
+        {"page by name", [&] { pages->call(u"ItemU", u"Page-2"); }, "-2032465660 Object name not found"},
+        {"page by ID", [&] { pages->call(u"ItemFromID", 7); }, "-2032465756 Invalid sheet identifier"},
+        {"shape 2", [&] { drawing.shape(2); }, "-2032465753 Invalid parameter"},
+        {"shape by name", [&] { drawing.shape(u"Sheet.2"); }, "-2032465660 Object name not found"},
+        {"shape by ID", [&] { drawing.shapes()->call(u"ItemFromID", -1); }, "-2032465756 Invalid sheet identifier"},
+        {"cell", [&] { shape->get(u"Cells", u"User.Version"); }, "-2032466967 Unexpected end of file"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(errorOf(c.action), c.error) << c.what;
+}
+
+TEST(ObjectModelDocuments, ObjectsOutliveTheirDocument) {
+    BlankDrawing drawing;
+    const ObjectRef shape = drawing.square();
+    const ObjectRef cell = objectIn(shape->get(u"Cells", u"Width"));
+    const ObjectRef shapes = drawing.shapes();
+    const auto walk = shapes->enumerate();
+    drawing.document->call(u"Close");
+    const std::string closed = "-2032465763 Inappropriate source object for this action (its document has been closed)";
+    Variant next;
+    const std::function<void()> actions[] = {[&] { shape->get(u"Name"); },
+                                             [&] { shape->get(u"Application"); },
+                                             [&] { cell->get(u"ResultIU"); },
+                                             [&] { shapes->get(u"Count"); },
+                                             [&] { walk->next(next); },
+                                             [&] { drawing.page->get(u"Name"); },
+                                             [&] { drawing.document->call(u"Close"); }};
+    for (const auto& action : actions)
+        EXPECT_EQ(errorOf(action), closed);
+}
+
+TEST(ObjectModelDocuments, PagesKeepTheirOrderAndNames) {
+    const BlankDrawing drawing;
+    const ObjectRef pages = objectIn(drawing.document->get(u"Pages"));
+    const ObjectRef second = objectIn(pages->call(u"Add"));
+    const ObjectRef third = objectIn(pages->call(u"Add"));
+    second->put(u"Name", u"Plan");
+    EXPECT_EQ(textIn(second->get(u"NameU")), "Plan") << "the first new name is the universal one too";
+    second->put(u"Name", u"Grundriss");
+    EXPECT_EQ(textIn(second->get(u"NameU")), "Plan");
+    EXPECT_EQ(objectIn(pages->call(u"ItemU", u"plan")), second);
+    EXPECT_EQ(errorOf([&] { third->put(u"Name", u"Grundriss"); }),
+              "-2147024809 The name 'Grundriss' is already in use.");
+    drawing.page->call(u"Delete", 1);
+    EXPECT_EQ(textIn(third->get(u"Index")) + " " + textIn(third->get(u"Name")), "2 Page-2");
+    EXPECT_EQ(errorOf([&] { drawing.page->get(u"Shapes"); }),
+              "-2032465763 Inappropriate source object for this action (the page has been deleted)");
+}
+
+TEST(ObjectModelHost, RunsApplicationsUntilTheyQuit) {
+    Host host;
+    EXPECT_EQ(errorOf([&] { host.attach(u"Visio.Application"); }).substr(0, 4), "429 ");
+    const auto first = host.startApplication({.version = u"11.5"});
+    const ObjectRef second = host.start(u"tarnvisiostandin.application.1");
+    EXPECT_EQ(host.attach(u"visio.application"), ObjectRef(first));
+    EXPECT_EQ(textIn(first->get(u"Version")), "11.5");
+    for (const StringView other : {u"Visio.Application.", u"Visio.Applications", u"Word.Application", u""})
+        EXPECT_EQ(errorOf([&] { host.start(other); }).substr(0, 4), "429 ") << automation::toUtf8(other);
+
+    const ObjectRef document = objectIn(objectIn(first->get(u"Documents"))->call(u"Add", u""));
+    first->call(u"Quit");
+    EXPECT_EQ(host.attach(u"Visio.Application"), second);
+    EXPECT_NE(errorOf([&] { document->get(u"Name"); }), "");
+    EXPECT_NE(errorOf([&] { first->get(u"Documents"); }), "");
+}
+
+} // namespace
+} // namespace tarncom32::standin

@@ -1,0 +1,155 @@
+#include "automation/collection.h"
+#include "standin/object_model.h"
+
+#include <gtest/gtest.h>
+
+namespace tarncom32::standin {
+namespace {
+
+using namespace tests;
+using automation::MemberName;
+
+std::string get(const ObjectRef& object, StringView member) {
+    return textIn(object->get(MemberName(member)));
+}
+
+/// A master "PC" with cells, text and two sub-shapes, and three instances of it: 1 has nothing of its own but what it
+/// says about rows, 10 spells out one sub-shape and deletes the other, 20 has its own text and sections.
+Parts drawingWithInstances() {
+    Parts parts = smallDrawing();
+    change(parts, "visio/masters/master1.xml", "<Shape ID='5' Type='Group'>",
+           "<Shape ID='5' Type='Group'><Cell N='Width' V='1' U='MM'/><Cell N='EventDrop' V='0' F='RUNADDON(\"x\")'/>"
+           "<Section N='User'><Row N='Class' LocalName='Klasse'><Cell N='Value' V='Node' U='STR'/></Row>"
+           "<Row N='Cost'><Cell N='Value' V='3' F='1+2'/></Row></Section>"
+           "<Section N='Property'><Row N='Owner'><Cell N='Label' V='Owned by' U='STR'/></Row></Section>"
+           "<Text>master&#xA;</Text>");
+    change(parts, "visio/pages/page1.xml", "<Shape ID='1' Type='Shape'/>",
+           "<Shape ID='1' Master='2'><Section N='User'><Row N='Cost'><Cell N='Value' V='7' F='Inh'/></Row>"
+           "<Row N='Class' Del='1'/></Section></Shape>"
+           "<Shape ID='10' Master='2' Type='Group'><Cell N='Width' V='3'/><Shapes>"
+           "<Shape ID='11' MasterShape='6'/><Shape ID='12' MasterShape='7' Del='1'/></Shapes></Shape>"
+           "<Shape ID='20' Master='2' Name='Mine' NameU='Mine'><Section N='User' Del='1'/>"
+           "<Section N='Property'><Row N='Owner'><Cell N='Value' V='me' U='STR'/></Row></Section>"
+           "<Text>own</Text></Shape>");
+    return parts;
+}
+
+TEST(ObjectModelMasters, CellsAreInherited) {
+    const TemporaryFile file(drawingWithInstances());
+    const auto application = startApplication();
+    const ObjectRef page =
+        objectIn(objectIn(objectIn(objectIn(application->get(u"Documents"))->call(u"Open", file.path()))->get(u"Pages"))
+                     ->call(u"Item", 1));
+    const struct {
+        StringView shape;
+        StringView cell;
+        int local;
+        int exists;
+        const char* formula;
+        const char* result;
+    } cases[] = {
+        {u"Sheet.1", u"Width", 0, -1, "25.4 mm", "25.4 mm"},
+        {u"Sheet.1", u"EventDrop", 0, -1, "RUNADDON(\"x\")", "0"},
+        {u"Sheet.1", u"User.Cost", 0, -1, "1+2", "7"}, // inherited formula, the instance's own result
+        {u"Sheet.1", u"User.Class", 0, 0, "", ""},     // deleted in the instance
+        {u"Sheet.1", u"Prop.Owner.Label", 0, -1, "\"Owned by\"", "Owned by"},
+        {u"Sheet.1", u"Prop.Owner", 0, -1, "", ""},
+        {u"Sheet.1", u"PinX", 0, -1, "0", "0"}, // every shape has it
+        {u"Sheet.10", u"Width", -1, -1, "3", "3"},
+        {u"Sheet.10", u"User.Class", 0, -1, "\"Node\"", "Node"},
+        {u"Sheet.10", u"User.Klasse", 0, -1, "\"Node\"", "Node"}, // by its local name
+        {u"Mine", u"User.Class", 0, 0, "", ""},                   // the section was deleted
+        {u"Mine", u"User.Cost", 0, 0, "", ""},
+        {u"Mine", u"Prop.Owner", -1, -1, "\"me\"", "me"},
+        {u"Mine", u"Prop.Owner.Label", 0, -1, "\"Owned by\"", "Owned by"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(automation::toUtf8(c.shape) + " " + automation::toUtf8(c.cell));
+        const ObjectRef shape = objectIn(objectIn(page->get(u"Shapes"))->call(u"Item", c.shape));
+        EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 1)), std::to_string(c.local));
+        EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 0)), std::to_string(c.exists));
+        if (!c.exists) continue;
+        const ObjectRef cell = objectIn(shape->get(u"Cells", c.cell));
+        EXPECT_EQ(get(cell, u"Formula"), c.formula);
+        EXPECT_EQ(textIn(cell->get(u"ResultStr", 0)), c.result);
+        EXPECT_EQ(get(cell, u"IsInherited"), c.local ? "0" : "-1");
+    }
+    const ObjectRef tenth = objectIn(objectIn(page->get(u"Shapes"))->call(u"ItemFromID", 10));
+    EXPECT_EQ(textIn(tenth->get(u"CellExistsU", u"User.Klasse", 0)), "0") << "universal names only";
+    EXPECT_EQ(get(tenth, u"Name") + " " + get(tenth, u"NameU"), "Rechner.10 PC.10");
+    EXPECT_EQ(textIn(tenth->get(u"RowCount", 242)), "2");
+
+    // Writing makes a cell the instance's own and leaves the master's as it was.
+    objectIn(tenth->get(u"Cells", u"User.Klasse"))->put(u"Formula", u"\"Leaf\"");
+    EXPECT_EQ(textIn(tenth->get(u"CellExistsU", u"User.Class", 1)), "-1");
+    EXPECT_EQ(textIn(objectIn(tenth->get(u"CellsU", u"User.Class"))->get(u"ResultStr", 0)), "Leaf");
+    EXPECT_EQ(textIn(tenth->get(u"RowCount", 242)), "2");
+    const ObjectRef prototype = objectIn(objectIn(objectIn(tenth->get(u"Master"))->get(u"Shapes"))->call(u"Item", 1));
+    EXPECT_EQ(textIn(objectIn(prototype->get(u"CellsU", u"User.Class"))->get(u"ResultStr", 0)), "Node");
+}
+
+TEST(ObjectModelMasters, SubShapesAndTextsAreInherited) {
+    const TemporaryFile file(drawingWithInstances());
+    const auto application = startApplication();
+    const ObjectRef document = objectIn(objectIn(application->get(u"Documents"))->call(u"Open", file.path()));
+    const ObjectRef shapes = objectIn(objectIn(objectIn(document->get(u"Pages"))->call(u"Item", 1))->get(u"Shapes"));
+    std::string walked;
+    automation::forEach(*shapes, [&](const Variant& item) {
+        const ObjectRef shape = objectIn(item);
+        walked += get(shape, u"ID") + " type " + get(shape, u"Type") + " '" + get(shape, u"Text") + "':";
+        automation::forEach(*objectIn(shape->get(u"Shapes")),
+                            [&](const Variant& sub) { walked += " " + get(objectIn(sub), u"NameU"); });
+        walked += "; ";
+    });
+    EXPECT_EQ(walked, "1 type 2 'master': Sheet.21 Screen.22; 10 type 2 'master': Sheet.11; "
+                      "20 type 2 'own': Sheet.23 Screen.24; ");
+    // The second master's group holds an instance of the first that spells out one of its two sub-shapes.
+    const ObjectRef desk = objectIn(objectIn(document->get(u"Masters"))->call(u"ItemU", u"desk"));
+    const ObjectRef instance = objectIn(objectIn(desk->get(u"Shapes"))->call(u"ItemU", u"PC.6"));
+    EXPECT_EQ(get(objectIn(instance->get(u"Shapes")), u"Count"), "2");
+    EXPECT_EQ(objectIn(instance->get(u"ContainingMaster")), desk);
+}
+
+TEST(ObjectModelMasters, InstancesThatMultiplyAreRefused) {
+    Parts parts = smallDrawing();
+    std::string instances;
+    for (int id = 1; id <= 50; ++id)
+        instances += "<Shape ID='" + std::to_string(id) + "' Master='4'/>";
+    change(parts, "visio/pages/page1.xml", "<Shape ID='1' Type='Shape'/>", instances);
+    const TemporaryFile file(parts);
+    const auto open = [&](std::size_t limit) {
+        ApplicationOptions options;
+        options.limits.maxShapes = limit;
+        return errorOf([&] { objectIn(startApplication(options)->get(u"Documents"))->call(u"Open", file.path()); });
+    };
+    EXPECT_EQ(open(200), "");
+    EXPECT_NE(open(60).find("page1.xml"), std::string::npos) << open(60);
+}
+
+TEST(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
+    const BlankDrawing drawing;
+    const ObjectRef master = objectIn(objectIn(drawing.document->get(u"Masters"))->call(u"Add"));
+    master->put(u"Name", u"Router");
+    const auto drop = [&] { return objectIn(drawing.page->call(u"Drop", master, 2, 3)); };
+    EXPECT_EQ(errorOf([&] { drop(); }),
+              "-2032465762 Inappropriate target object for this action (the master has no shape)");
+    const ObjectRef group = drawing.group(master);
+    drawing.square(group)->put(u"Text", u"port");
+    group->call(u"AddNamedRow", 242, u"Application", 0);
+    objectIn(group->get(u"Cells", u"User.Application"))->put(u"Formula", u"\"net\"");
+
+    const ObjectRef first = drop();
+    const ObjectRef second = drop();
+    EXPECT_EQ(get(first, u"Name") + " " + get(second, u"Name"), "Router Router.3");
+    EXPECT_EQ(objectIn(second->get(u"Master")), master);
+    EXPECT_EQ(textIn(objectIn(second->get(u"Cells", u"PinY"))->get(u"ResultIU")), "3");
+    EXPECT_EQ(textIn(objectIn(second->get(u"Cells", u"User.Application"))->get(u"ResultStr", 0)), "net");
+    const ObjectRef port = objectIn(objectIn(second->get(u"Shapes"))->call(u"Item", 1));
+    EXPECT_EQ(get(port, u"Text") + " " + get(port, u"NameID"), "port Sheet.4");
+    EXPECT_EQ(errorOf([&] { master->call(u"Drop", master, 0, 0); }),
+              "-2032465762 Inappropriate target object for this action (a master cannot contain itself)");
+    EXPECT_NE(errorOf([&] { drawing.page->call(u"Drop", BlankDrawing().page, 0, 0); }), "");
+}
+
+} // namespace
+} // namespace tarncom32::standin

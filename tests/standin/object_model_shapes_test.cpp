@@ -1,0 +1,123 @@
+#include "automation/collection.h"
+#include "standin/object_model.h"
+
+#include <gtest/gtest.h>
+
+namespace tarncom32::standin {
+namespace {
+
+using namespace tests;
+using automation::MemberName;
+
+std::string get(const ObjectRef& object, StringView member) {
+    return textIn(object->get(MemberName(member)));
+}
+
+TEST(ObjectModelShapes, AShapeIsOneObjectWhileItIsHeld) {
+    const BlankDrawing drawing;
+    const ObjectRef shape = drawing.square();
+    EXPECT_EQ(drawing.shape(1), shape);
+    EXPECT_EQ(drawing.shape(u"Sheet.1"), shape);
+    EXPECT_EQ(objectIn(objectIn(shape->get(u"Cells", u"PinX"))->get(u"Shape")), shape);
+    EXPECT_EQ(objectIn(shape->get(u"Parent")), drawing.page);
+    EXPECT_EQ(objectIn(drawing.page->get(u"Document")), drawing.document);
+    EXPECT_EQ(objectIn(shape->get(u"Application")), ObjectRef(drawing.application));
+}
+
+TEST(ObjectModelShapes, GroupsHoldShapesInDrawingOrder) {
+    const BlankDrawing drawing;
+    const ObjectRef group = drawing.group();
+    const ObjectRef inner = drawing.group(group);
+    const ObjectRef leaf = drawing.square(inner);
+    drawing.square();
+    std::string walked;
+    automation::forEach(*drawing.shapes(),
+                        [&](const Variant& shape) { walked += get(objectIn(shape), u"NameID") + " "; });
+    EXPECT_EQ(walked, "Sheet.1 Sheet.4 ");
+    EXPECT_EQ(get(objectIn(group->get(u"Shapes")), u"Count"), "1");
+    EXPECT_EQ(get(objectIn(leaf->get(u"Shapes")), u"Count"), "0");
+    EXPECT_EQ(objectIn(leaf->get(u"Parent")), inner);
+    EXPECT_EQ(objectIn(objectIn(group->get(u"ContainingShape"))), objectIn(drawing.page->get(u"PageSheet")));
+    EXPECT_EQ(objectIn(leaf->get(u"ContainingPage")), drawing.page);
+    EXPECT_EQ(objectIn(leaf->get(u"ContainingMaster")), nullptr);
+    EXPECT_EQ(get(group, u"Type") + get(leaf, u"Type"), "23");
+    EXPECT_EQ(errorOf([&] { drawing.square(leaf); }),
+              "-2032465763 Inappropriate source object for this action (the shape is no group)");
+    // A name finds shapes of the whole page through any of its collections.
+    EXPECT_EQ(objectIn(objectIn(group->get(u"Shapes"))->call(u"Item", u"Sheet.4")), drawing.shape(2));
+    EXPECT_EQ(drawing.shape(u"sheet.3"), leaf);
+}
+
+TEST(ObjectModelShapes, SheetsAreShapesWithoutShapesAround) {
+    const BlankDrawing drawing;
+    const ObjectRef page = objectIn(drawing.page->get(u"PageSheet"));
+    const ObjectRef document = objectIn(drawing.document->get(u"DocumentSheet"));
+    EXPECT_EQ(get(page, u"Name") + get(page, u"Type"), "ThePage1");
+    EXPECT_EQ(get(document, u"Name") + get(document, u"Type"), "TheDoc6");
+    EXPECT_EQ(drawing.shape(u"ThePage"), page);
+    EXPECT_EQ(objectIn(page->get(u"Parent")), drawing.page);
+    EXPECT_EQ(objectIn(document->get(u"Parent")), drawing.document);
+    EXPECT_EQ(objectIn(page->get(u"ContainingShape")), nullptr);
+    EXPECT_NE(errorOf([&] { page->call(u"Delete"); }), "");
+    EXPECT_NE(errorOf([&] { document->put(u"Name", u"x"); }), "");
+}
+
+TEST(ObjectModelShapes, NamesFollowTheFirstRename) {
+    const BlankDrawing drawing;
+    const ObjectRef shape = drawing.square();
+    const ObjectRef other = drawing.square(drawing.group());
+    EXPECT_EQ(drawing.shape(u"Sheet.1"), shape); // from here on the index is kept up to date
+    shape->put(u"Name", u"Box");
+    EXPECT_EQ(get(shape, u"NameU"), "Box");
+    shape->put(u"Name", u"Kiste");
+    EXPECT_EQ(get(shape, u"Name") + " " + get(shape, u"NameU") + " " + get(shape, u"NameID"), "Kiste Box Sheet.1");
+    EXPECT_EQ(drawing.shape(u"KISTE"), shape);
+    EXPECT_EQ(objectIn(drawing.shapes()->call(u"ItemU", u"Box")), shape);
+    EXPECT_EQ(errorOf([&] { drawing.shape(u"Box"); }), "-2032465660 Object name not found");
+    EXPECT_EQ(drawing.shape(u"Sheet.1"), shape) << "command lines name shapes by their IDs";
+    EXPECT_EQ(errorOf([&] { drawing.square()->put(u"Name", u"kiste"); }),
+              "-2147024809 The name 'kiste' is already in use.");
+    EXPECT_NE(errorOf([&] { other->put(u"Name", u""); }), "");
+    other->put(u"NameU", u"Fach");
+    EXPECT_EQ(get(other, u"Name"), "Fach");
+
+    // Groups may use a name again; each collection finds its own shape first.
+    other->put(u"Name", u"Kiste");
+    EXPECT_EQ(drawing.shape(u"Kiste"), shape);
+    EXPECT_EQ(objectIn(objectIn(objectIn(other->get(u"Parent"))->get(u"Shapes"))->call(u"Item", u"Kiste")), other);
+    shape->call(u"Delete");
+    EXPECT_EQ(drawing.shape(u"Kiste"), other);
+}
+
+TEST(ObjectModelShapes, DeletionTakesWhatIsInside) {
+    const BlankDrawing drawing;
+    const ObjectRef group = drawing.group();
+    const ObjectRef leaf = drawing.square(group);
+    const ObjectRef shapes = objectIn(group->get(u"Shapes"));
+    group->call(u"Delete");
+    const std::string deleted = "-2032465763 Inappropriate source object for this action (the shape has been deleted)";
+    EXPECT_EQ(errorOf([&] { leaf->get(u"Text"); }), deleted);
+    EXPECT_EQ(errorOf([&] { group->call(u"Delete"); }), deleted);
+    EXPECT_NE(errorOf([&] { shapes->get(u"Count"); }), "");
+    EXPECT_EQ(get(drawing.shapes(), u"Count"), "0");
+    EXPECT_EQ(errorOf([&] { drawing.shape(u"Sheet.2"); }), "-2032465660 Object name not found");
+    EXPECT_EQ(get(drawing.square(), u"ID"), "1") << "the IDs of deleted shapes are used again";
+}
+
+TEST(ObjectModelShapes, GuidsAreMadeOnDemandAndFound) {
+    const BlankDrawing drawing;
+    const ObjectRef group = drawing.group();
+    const ObjectRef leaf = drawing.square(group);
+    EXPECT_EQ(textIn(leaf->get(u"UniqueID", 0)), "");
+    const String guid = *leaf->get(u"UniqueID", 1).as<String>();
+    EXPECT_EQ(guid.size(), 38U);
+    EXPECT_EQ(leaf->get(u"UniqueID", 1), Variant(guid)) << "a GUID is made once";
+    EXPECT_EQ(drawing.shape(u"*" + guid), leaf);
+    EXPECT_EQ(objectIn(objectIn(group->get(u"Shapes"))->call(u"Item", guid)), leaf);
+    EXPECT_EQ(errorOf([&] { drawing.shape(guid); }), "-2032465660 Object name not found");
+    EXPECT_EQ(textIn(leaf->get(u"UniqueID", 2)), "");
+    EXPECT_NE(errorOf([&] { drawing.shape(u"*" + guid); }), "");
+}
+
+} // namespace
+} // namespace tarncom32::standin
