@@ -154,13 +154,16 @@ public:
         Variant& target = callers && (parameter.isByReference() || fits(value)) ? *argument : (own_ = value);
         if (target.isEmpty() || target.isMissing()) target = Array(Element);
         if (!target.isArray()) throw Error(errors::TypeMismatch);
-        if (!fits(target)) target = changeType(target, Element);
+        if (!fits(target)) target = changeType(target, kArrayType);
         array_ = target.as<Array>();
     }
     Slot(const Slot&) = delete;
     ArrayRef<Element> get() { return *array_; }
 
 private:
+    static constexpr auto kArrayType =
+        static_cast<VariantType>(static_cast<unsigned>(VariantType::Array) | static_cast<unsigned>(Element));
+
     static bool fits(const Variant& value) {
         const Array* array = value.as<Array>();
         return array && (Element == VariantType::Variant || array->elementType() == Element);

@@ -1,0 +1,180 @@
+#include "cli/run_tarn.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tarncom32::tests {
+namespace {
+
+struct Case {
+    std::vector<std::string> arguments;
+    std::string out;
+    std::string err = "";
+    int status = 0;
+};
+
+void check(const std::vector<Case>& cases, const std::vector<std::string>& before) {
+    for (const Case& line : cases) {
+        std::vector<std::string> arguments = before;
+        arguments.insert(arguments.end(), line.arguments.begin(), line.arguments.end());
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const Outcome run = runTarn(arguments);
+        EXPECT_EQ(run.out, line.out);
+        EXPECT_EQ(run.err, line.err);
+        EXPECT_EQ(run.status, line.status);
+    }
+}
+
+TEST(Call, PrintsTheResultThenEachByReferenceArgument) {
+    check(
+        {
+            {{"StringFunctions.ReturnStringAfterLastDelimiter", "abc", ","}, "cba\n"},
+            {{"stringfunctions.REVERSESTRING", "gr\u00F6\u00DFe"}, "e\u00DF\u00F6rg\n"},
+            {{"TarnCom32.StringFunctions.ReverseString", ""}, "\n"},
+            {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "a b", "b"}, "2\nsSource = a b\n"},
+            {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "ab", "x"}, "-1\nsSource = ab\n"},
+            {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "empty", "-1"}, "asResult = [\"a\",\"b\"]\n"},
+            {{"StringFunctions.CreateCollectionFromString", "a!1;b!2"}, "[\"1\",\"2\"]\n"},
+            // A flag of 1 is not True: it arrives with its bits.
+            {{"StringFunctions.CheckForNameInList", "A", "json:[\"a\"]", "true"}, "True\n"},
+            {{"StringFunctions.CheckForNameInList", "A", "json:[\"a\"]", "bool:1"}, "False\n"},
+            {{"StringFunctions.StringExistsInCollection", "k", "json:{\"K\":[]}"}, "False\n"},
+            {{"StringFunctions.StringExistsInCollection", "k", "json:{\"K\":\"v\"}"}, "True\n"},
+            {{"StringFunctions.IsBlank", "int:0"}, "True\n"},
+            {{"StringFunctions.IsBlank", "text:int:0"}, "False\n"},
+            {{"StringFunctions.IsBlank", "num:0.5"}, "False\n"},
+            {{"StringFunctions.IsBlank", "bool:false"}, "False\n"},
+            {{"StringFunctions.IsBlank", "json:[null,\" \",0,[]]"}, "True\n"},
+            {{"StringFunctions.IsBlank", "nothing"}, "True\n"},
+            {{"VisioFunctions.GetVisioObjectsFromAddonString", "/doc=1"},
+             "sParameters = \novShape = Nothing\novPage = Nothing\novDoc = Nothing\n"},
+        },
+        {"call"});
+}
+
+TEST(Call, PrintsOneObjectForPrograms) {
+    check(
+        {
+            {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "a b", "b"},
+             "{\"result\":2,\"out\":{\"sSource\":\"a b\"}}\n"},
+            {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "empty", "-1"},
+             "{\"result\":null,\"out\":{\"asResult\":[\"a\",\"b\"]}}\n"},
+            {{"StringFunctions.IsBlank", "empty"}, "{\"result\":true}\n"},
+            {{"StringFunctions.ReverseString", "\"\\\n"}, "{\"result\":\"\\n\\\\\\\"\"}\n"},
+            {{"StringFunctions.CreateCollectionFromString", "a!1;A!2"},
+             "{\"result\":null,\"error\":{\"number\":457,\"description\":"
+             "\"This key is already associated with an element of this collection\"}}\n",
+             "",
+             1},
+            {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},
+             "{\"result\":0,\"reports\":[\"Problem in VisioFunctions.WhichVisioMajorVersionIsThis\\r\\nError Number: "
+             "91\\r\\nError Description: Object variable or With block variable not set\"]}\n"},
+            // What was written before the failure is there as well.
+            {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "ab", ""},
+             "{\"result\":null,\"out\":{\"sSource\":\"ab\"},\"error\":{\"number\":6,\"description\":\"Overflow\"}}\n",
+             "",
+             1},
+        },
+        {"call", "--json"});
+}
+
+TEST(Call, TakesAnyTextAsAnArgument) {
+    check(
+        {
+            {{"call", "StringFunctions.ReverseString", "--", "--json"}, "nosj--\n"},
+            {{"call", "StringFunctions.ReverseString", "--json", "--", "--"}, "{\"result\":\"--\"}\n"},
+            {{"call", "StringFunctions.ReverseString", "-5"}, "5-\n"},
+            {{"call", "StringFunctions.ReverseString", "-"}, "-\n"},
+            {{"call", "StringFunctions.ReverseString", "++"}, "++\n"},
+            {{"call", "StringFunctions.ReverseString", "session"}, "noisses\n"},
+            {{"call", "StringFunctions.ReverseString", "[1,2]"}, "]2,1[\n"},
+            {{"call", "StringFunctions.ReverseString", "--", "call"}, "llac\n"},
+            // Malformed UTF-8 comes out well formed.
+            {{"call", "StringFunctions.ReverseString", "a\xFF\xE9"}, "\uFFFD\uFFFDa\n"},
+            {{"call", "--json", "StringFunctions.ReverseString", "\U0001F600"}, "{\"result\":\"\uFFFD\uFFFD\"}\n"},
+        },
+        {});
+}
+
+TEST(Call, TellsWhatWasRaisedInOneLine) {
+    check(
+        {
+            {{"StringFunctions.RemoveIDFromListWithDelimiter", "a", "1", ","},
+             "",
+             "tarn: error 13: Type mismatch\n",
+             1},
+            {{"StringFunctions.RemoveIDFromListWithDelimiter", "1", "70000", ","}, "", "tarn: error 6: Overflow\n", 1},
+            {{"StringFunctions.ReverseString"},
+             "",
+             "tarn: error 449: Argument not optional; StringFunctions.ReverseString takes sText\n",
+             1},
+            {{"StringFunctions.ReverseString", "a", "b"},
+             "",
+             "tarn: error 450: Wrong number of arguments or invalid property assignment; StringFunctions.ReverseString "
+             "takes sText\n",
+             1},
+            {{"Enums.Any"},
+             "",
+             "tarn: error 429: ActiveX component can't create object: TarnCom32.Enums is not the ProgID of a class "
+             "that can be created\n",
+             1},
+            {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},
+             "0\n",
+             "[TarnCom32] Problem in VisioFunctions.WhichVisioMajorVersionIsThis\nError Number: 91\nError Description: "
+             "Object variable or With block variable not set\n"},
+        },
+        {"call"});
+}
+
+TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
+    const std::vector<Case> cases = {
+        {{}, "tarn: a command is missing; \"tarn --help\" lists them\n"},
+        {{"clases"}, "tarn: there is no command or option \"clases\"; \"tarn --help\" lists them\n"},
+        {{"--nonsense"}, "tarn: there is no command or option \"--nonsense\"; \"tarn --help\" lists them\n"},
+        {{"call"}, "tarn: CLASS.MEMBER is required; \"tarn call --help\" shows what can be written\n"},
+        {{"call", "StringFunction.IsBlank"},
+         "tarn: there is no class \"StringFunction\"; did you mean StringFunctions? \"tarn classes\" lists them all\n"},
+        {{"call", "X\ny.IsBlank"}, "tarn: there is no class \"X y\"; \"tarn classes\" lists them all\n"},
+        {{"call", "StringFunctions.IsBlonk"},
+         "tarn: StringFunctions has no member \"IsBlonk\"; did you mean IsBlank? \"tarn describe StringFunctions\" "
+         "lists them all\n"},
+        {{"call", "StringFunctions"},
+         "tarn: a member is called as StringFunctions.MEMBER; \"tarn describe StringFunctions\" lists them\n"},
+        {{"call", "StringFunctions."},
+         "tarn: a member's name must follow the point in \"StringFunctions.\"; \"tarn describe StringFunctions\" lists "
+         "them\n"},
+        {{"call", "StringFunctions.IsBlank", "int:1.5"},
+         "tarn: \"int:1.5\": int: wants a whole number from -2147483648 to 2147483647, as in int:5\n"},
+        {{"call", "StringFunctions.IsBlank", "num:"},
+         "tarn: \"num:\": num: wants a number, as in num:0.5 or num:1e3\n"},
+        {{"call", "StringFunctions.IsBlank", "bool:yes"},
+         "tarn: \"bool:yes\": bool: wants true, false or a number of 16 bits, as in bool:true\n"},
+        {{"call", "StringFunctions.IsBlank", "json:[1"},
+         "tarn: json: cannot be read at character 3 of \"[1\"; write it as in json:'[\"a\", 2, true]'\n"},
+        {{"call", "StringFunctions.IsBlank", "json:" + std::string(60000, '[') + std::string(60000, ']')},
+         "tarn: json: takes lists in lists at most 64 deep\n"},
+        {{"call", "StringFunctions.IsBlank", "--quiet", "x"},
+         "tarn: The following argument was not expected: --quiet; \"tarn call --help\" shows what can be written\n"},
+        {{"describe", "eColor"},
+         "tarn: there is no class \"eColor\"; did you mean eCOLORS? \"tarn classes\" lists them all\n"},
+        {{"classes", "extra"},
+         "tarn: The following argument was not expected: extra; \"tarn classes --help\" shows what can be written\n"},
+    };
+    for (const Case& line : cases) {
+        SCOPED_TRACE(testing::PrintToString(line.arguments).substr(0, 200));
+        const Outcome run = runTarn(line.arguments);
+        EXPECT_EQ(run.err, line.out);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.status, 2);
+    }
+}
+
+TEST(Output, ThatCannotBeWrittenIsAFailure) {
+    const Outcome run = runTarnInto("/dev/full", {"classes"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.err, "tarn: the output could not be written; is the disk full?\n");
+}
+
+} // namespace
+} // namespace tarncom32::tests

@@ -1,0 +1,91 @@
+#include "cli/run_tarn.h"
+#include "frame/catalogue.h"
+#include "frame/enumerations.h"
+#include "library/library.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace tarncom32::tests {
+namespace {
+
+using automation::toUtf8;
+using nlohmann::json;
+
+json described(const std::string& path) {
+    const Outcome run = runTarn({"describe", "--json", path});
+    EXPECT_EQ(run.status, 0) << run.err;
+    return json::parse(run.out);
+}
+
+TEST(Classes, AreAllListedWithTheirKinds) {
+    const json list = json::parse(runTarn({"classes", "--json"}).out);
+    const std::string text = runTarn({"classes"}).out;
+    ASSERT_EQ(list.size(), frame::catalogue().size());
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        const frame::CatalogueEntry& entry = frame::catalogue()[i];
+        EXPECT_EQ(list[i]["name"], toUtf8(entry.name));
+        EXPECT_EQ(list[i]["kind"], toUtf8(frame::instancingText(entry.instancing)));
+        EXPECT_EQ(list[i]["progId"].is_null(), !entry.isCreatable());
+        EXPECT_NE(text.find(toUtf8(entry.name) + ' '), std::string::npos) << text;
+    }
+}
+
+TEST(Describe, ShowsAMemberForReading) {
+    EXPECT_EQ(runTarn({"describe", "stringfunctions.reversestring"}).out,
+              "StringFunctions.ReverseString, method, DISPID 16, returns String\n"
+              "  The text from its last character to its first.\n"
+              "\n"
+              "  sText  String  in\n");
+    const std::string optional = runTarn({"describe", "VisioFunctions.GetAllTheShapesFromThePage"}).out;
+    EXPECT_NE(optional.find("\n  sApplicationName       String   in, optional, else \"\"\n"), std::string::npos)
+        << optional;
+}
+
+TEST(Describe, GivesAMemberToPrograms) {
+    const json member = described("VisioFunctions.GetVisioObjectsFromAddonString");
+    EXPECT_EQ(member["name"], "GetVisioObjectsFromAddonString");
+    EXPECT_EQ(member["kind"], "method");
+    EXPECT_EQ(member["dispid"], 2);
+    EXPECT_TRUE(member["result"].is_null());
+    EXPECT_FALSE(member["help"].get<std::string>().empty());
+    EXPECT_EQ(member["parameters"][1], json::parse(R"({"name": "sParameters", "type": "String", "direction": "in/out",
+                                                       "optional": false, "default": null})"));
+    const json walk = described("VisioFunctions.GetAllTheShapesFromThePage");
+    EXPECT_EQ(walk["parameters"][2], json::parse(R"({"name": "bIncludeSubShapes", "type": "Boolean", "direction": "in",
+                                                     "optional": true, "default": false})"));
+}
+
+TEST(Describe, CoversEveryMemberOfEveryBuiltClass) {
+    for (const library::BuiltClass& built : library::builtClasses()) {
+        const automation::ClassInfo& info = built.describe();
+        const json described_ = described(toUtf8(info.name));
+        const std::string text = runTarn({"describe", toUtf8(info.name)}).out;
+        ASSERT_EQ(described_["members"].size(), info.members.size());
+        for (std::size_t i = 0; i < info.members.size(); ++i) {
+            EXPECT_EQ(described_["members"][i]["parameters"].size(), info.members[i].parameters.size());
+            const bool shown = text.find(' ' + toUtf8(info.members[i].name)) != std::string::npos;
+            EXPECT_EQ(shown, info.members[i].visibility == automation::Visibility::Normal)
+                << toUtf8(info.members[i].name) << '\n'
+                << text;
+        }
+    }
+}
+
+TEST(Describe, ShowsEnumerationsAndTheirCarrier) {
+    EXPECT_EQ(runTarn({"describe", "eDisplayModes"}).out.substr(0, 27), "eDisplayModes, enumeration\n");
+    EXPECT_EQ(described("REGISTRY_HIVE")["members"][0]["value"], -2147483648LL);
+    EXPECT_EQ(described("Enums")["enumerations"].size(), frame::enumerations().size());
+}
+
+TEST(Describe, SaysWhatIsNotBuilt) {
+    for (const frame::CatalogueEntry& entry : frame::catalogue()) {
+        if (library::findBuiltClass(entry.name) || entry.name == u"Enums") continue;
+        const Outcome run = runTarn({"describe", toUtf8(entry.name)});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_TRUE(run.out.ends_with("\n  Not built yet in this version.\n")) << run.out;
+    }
+}
+
+} // namespace
+} // namespace tarncom32::tests
