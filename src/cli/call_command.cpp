@@ -1,5 +1,6 @@
 #include "cli/collecting_message_box.h"
 #include "cli/commands.h"
+#include "cli/error_text.h"
 #include "cli/exit_status.h"
 #include "cli/member_path.h"
 #include "cli/native_platform.h"
@@ -167,9 +168,7 @@ int runCall(const Output& output, const CallOptions& options) {
     else
         printCall(output, call);
     if (!call.error) return exit_status::kDone;
-    if (!options.json)
-        output.err << "tarn: error " << call.error->number() << ": " << oneLine(call.error->what())
-                   << argumentsHint(call, path) << '\n';
+    if (!options.json) output.err << "tarn: " << errorText(*call.error) << argumentsHint(call, path) << '\n';
     return exit_status::kRaised;
 }
 

@@ -1,6 +1,6 @@
 #include "cli/command_line.h"
 
-#include "automation/error.h"
+#include "cli/error_text.h"
 #include "cli/exit_status.h"
 #include "cli/usage_error.h"
 
@@ -19,6 +19,7 @@ struct Request {
     bool json = false;
     std::string path{};
     CallOptions call{};
+    SessionOptions session{};
 };
 
 /// Whether CLI11 is to read the word as an option: it begins with "-" and is no negative number.
@@ -71,6 +72,15 @@ void addCommands(CLI::App& app, Request& request) {
                      "arguments that begin with -");
     call->footer("Prints the result, then each by-reference argument by its name.\n"
                  "Exit status: 0; 1 when the member raised an error; 2 when the command line is wrong.");
+
+    CLI::App* session = app.add_subcommand("session", "Run an add-in's session on a Visio drawing");
+    SessionOptions& options = request.session;
+    session->add_flag("--json", request.json, "For programs: one object");
+    session->add_option("DRAWING", options.drawing, "A .vsdx, .vsdm, .vssx, .vssm, .vstx or .vstm file")->required();
+    session->add_option("--addon-args", options.addonArgs, "What Visio hands to the add-on")->capture_default_str();
+    session->add_option("--wanted-version", options.wantedVersion, "The document's version that the add-in expects");
+    session->add_option("--application", options.application, "Keep only the shapes that belong to this application");
+    session->add_flag("--sub-shapes", options.subShapes, "Go into groups");
 }
 
 /// The one line that says what is wrong and where to read on.
@@ -88,8 +98,12 @@ int run(const Output& output, const CLI::App& app, Request& request) {
     const std::string& command = app.get_subcommands().front()->get_name();
     if (command == "classes") return runClasses(output, request.json);
     if (command == "describe") return runDescribe(output, request.path, request.json);
-    request.call.json = request.json;
-    return runCall(output, request.call);
+    if (command == "call") {
+        request.call.json = request.json;
+        return runCall(output, request.call);
+    }
+    request.session.json = request.json;
+    return runSession(output, request.session);
 }
 
 } // namespace
@@ -115,7 +129,7 @@ int runCommandLine(const Output& output, const std::vector<std::string>& words) 
         output.err << "tarn: " << error.what() << '\n';
         return exit_status::kUsage;
     } catch (const automation::Error& error) {
-        output.err << "tarn: error " << error.number() << ": " << oneLine(error.what()) << '\n';
+        output.err << "tarn: " << errorText(error) << '\n';
         return exit_status::kRaised;
     } catch (const std::bad_alloc&) {
         output.err << "tarn: there is not enough memory for this\n";

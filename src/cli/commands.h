@@ -34,4 +34,16 @@ struct CallOptions {
 /// line leaves out get an empty variable, so that what the member writes is seen.
 int runCall(const Output& output, const CallOptions& options);
 
+struct SessionOptions {
+    std::string drawing{};                    ///< the file
+    std::string addonArgs = "/doc=1 /page=1"; ///< what Visio would hand to the add-on
+    std::string wantedVersion{};              ///< "": the document's version is not checked
+    std::string application{};                ///< "": every shape is kept
+    bool subShapes = false;                   ///< go into groups
+    bool json = false;
+};
+
+/// "tarn session": what an add-in does when a user calls it, on a drawing that the Visio stand-in opens.
+int runSession(const Output& output, const SessionOptions& options);
+
 } // namespace tarncom32::cli

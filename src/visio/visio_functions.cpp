@@ -52,9 +52,9 @@ void VisioFunctions::getVisioObjectsFromAddonString(StringView sAddonString, Str
     ovPage = page;
     if (addon.shape.empty()) return;
     frame::silently([&] {
-        Object& shapes = deref(object(deref(page).get(u"Shapes")));
-        ovShape =
-            object(addon.shapeIsUniversalName ? shapes.call(u"ItemU", addon.shape) : shapes.call(u"Item", addon.shape));
+        const ObjectRef shapes = object(deref(page).get(u"Shapes"));
+        ovShape = object(addon.shapeIsUniversalName ? deref(shapes).call(u"ItemU", addon.shape)
+                                                    : deref(shapes).call(u"Item", addon.shape));
     });
 }
 
