@@ -52,7 +52,7 @@ quietly() {
 # retry COMMAND...: again after a pause when it fails, for what a mirror that is just being updated makes fail.
 retry() {
     local pause
-    for pause in 5 15 30 60; do
+    for pause in 5 15 40; do
         if "$@"; then return 0; fi
         step "failed; trying again in $pause seconds"
         sleep "$pause"
