@@ -14,22 +14,18 @@ export PKG_CONFIG_PATH
 LD_LIBRARY_PATH=$(dirname "$PKG_CONFIG_PATH")
 export LD_LIBRARY_PATH
 
-cat >"$folder/client.cpp" <<'END'
-#include "library/library.h"
-
-#include <iostream>
-
-int main() {
-    const auto* found = tarncom32::library::findBuiltClass(u"stringfunctions");
-    std::cout << (found ? tarncom32::automation::toUtf8(found->describe().name) : "nothing") << '\n';
-}
-END
+client=$(dirname "${BASH_SOURCE[0]}")/../examples/native_client.cpp
+wanted='folder: C:\plans
+colour: red
+matches: 2
+fields: 3
+error 457: This key is already associated with an element of this collection'
 
 for kind in tarncom32 tarncom32-static; do
     read -ra flags < <(pkg-config --cflags --libs "$kind")
-    "$compiler" -std=c++20 "$folder/client.cpp" -o "$folder/$kind" "${flags[@]}"
+    "$compiler" -std=c++20 "$client" -o "$folder/$kind" "${flags[@]}"
     answer=$("$folder/$kind")
-    if [[ $answer != StringFunctions ]]; then
+    if [[ $answer != "$wanted" ]]; then
         echo "the client of $kind printed '$answer'"
         exit 1
     fi

@@ -3,14 +3,14 @@
 #include "cli/error_text.h"
 #include "cli/exit_status.h"
 #include "cli/member_path.h"
-#include "cli/native_platform.h"
+
 #include "cli/usage_error.h"
 #include "cli/value_argument.h"
 #include "cli/value_json.h"
 #include "cli/value_text.h"
 #include "frame/report.h"
 #include "library/library.h"
-#include "platform/portable/terminal_message_box.h"
+#include "platform/portable/portable_platform.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -159,7 +159,7 @@ int runCall(const Output& output, const CallOptions& options) {
     platform::portable::TerminalMessageBox terminalBox;
     CollectingMessageBox messageBox(options.json ? nullptr : &terminalBox);
     platform::NoApplications applications;
-    NativePlatform platform(messageBox, applications);
+    platform::portable::PortablePlatform platform(messageBox, applications);
     perform(call, path, platform);
     call.reports = messageBox.messages();
 

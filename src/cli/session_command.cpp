@@ -1,11 +1,11 @@
 #include "automation/convert.h"
 #include "cli/collecting_message_box.h"
 #include "cli/exit_status.h"
-#include "cli/native_platform.h"
+
 #include "cli/session.h"
 #include "cli/session_output.h"
 #include "cli/usage_error.h"
-#include "platform/portable/terminal_message_box.h"
+#include "platform/portable/portable_platform.h"
 #include "standin/host.h"
 
 #include <filesystem>
@@ -34,7 +34,7 @@ int runSession(const Output& output, const SessionOptions& options) {
     platform::portable::TerminalMessageBox terminalBox;
     CollectingMessageBox messageBox(options.json ? nullptr : &terminalBox);
     standin::Host host;
-    NativePlatform platform(messageBox, host);
+    platform::portable::PortablePlatform platform(messageBox, host);
     library::Library library(platform);
     Session session{platform, library, options};
     runSteps(session);

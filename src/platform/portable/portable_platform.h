@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/platform.h"
+#include "platform/portable/sqlite_registry.h"
+#include "platform/portable/terminal_message_box.h"
+#include "platform/portable/windows_1252.h"
+
+namespace tarncom32::platform::portable {
+
+/// The surroundings of a native program: messages on the terminal, the user's registry file, the Western code page, and
+/// no applications but those that the program brings. Nothing is opened before it is needed.
+///
+///     platform::portable::PortablePlatform platform;
+///     library::Library library(platform);
+class PortablePlatform {
+public:
+    PortablePlatform() : PortablePlatform(terminal_, noApplications_) {}
+
+    /// With message boxes and applications of the program's own, which must outlive this object.
+    PortablePlatform(MessageBox& messageBox, RunningApplications& applications)
+        : platform_{messageBox, applications, codePage_, registry_} {}
+    PortablePlatform(const PortablePlatform&) = delete;
+    PortablePlatform& operator=(const PortablePlatform&) = delete;
+
+    operator Platform&() { return platform_; }
+
+private:
+    TerminalMessageBox terminal_;
+    NoApplications noApplications_;
+    Windows1252 codePage_;
+    SqliteRegistry registry_{SqliteRegistry::defaultFile(), codePage_};
+    Platform platform_;
+};
+
+} // namespace tarncom32::platform::portable
