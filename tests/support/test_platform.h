@@ -29,8 +29,13 @@ public:
 
 /// Surroundings in which nothing happens but what the test does.
 struct TestPlatform {
+    TestPlatform() : TestPlatform(noApplications) {}
+    /// With applications to attach to, which must outlive it.
+    explicit TestPlatform(platform::RunningApplications& running) : applications(running) {}
+
     RecordingMessageBox messageBox;
-    platform::NoApplications applications;
+    platform::NoApplications noApplications;
+    platform::RunningApplications& applications;
     platform::portable::Windows1252 codePage;
     TestRegistry registry;
     platform::Platform platform{messageBox, applications, codePage, registry};

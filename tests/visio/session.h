@@ -1,0 +1,58 @@
+#pragma once
+
+#include "automation/collection.h"
+#include "automation/convert.h"
+#include "standin/host.h"
+#include "support/test_platform.h"
+#include "visio/visio_functions.h"
+
+namespace tarncom32::visio::tests {
+
+using automation::Access;
+using automation::Boolean;
+using automation::Collection;
+using automation::ObjectRef;
+using automation::Ref;
+using automation::String;
+using automation::StringView;
+using automation::Variant;
+using tarncom32::tests::TestPlatform;
+
+inline ObjectRef object(const Variant& value) { return automation::toObject(value); }
+inline String text(const Variant& value) { return automation::toText(value); }
+
+/// A running stand-in and the class under test.
+struct Session {
+    standin::Host host;
+    TestPlatform surroundings{host};
+    Ref<VisioFunctions> functions = automation::make<VisioFunctions>(surroundings.platform);
+
+    std::vector<tarncom32::tests::RecordingMessageBox::Shown>& shown() { return surroundings.messageBox.shown; }
+
+    ObjectRef startVisio() { return host.start(u"Visio.Application"); }
+    /// A new drawing, with one empty page, in `visio`.
+    static ObjectRef newDrawing(const ObjectRef& visio) {
+        return object(object(visio->get(u"Documents"))->call(u"Add", u""));
+    }
+    static ObjectRef page(const ObjectRef& document, std::int16_t number) {
+        return object(object(document->get(u"Pages"))->call(u"Item", number));
+    }
+    /// A named rectangle in `container`, a page or a group.
+    static ObjectRef draw(const ObjectRef& container, StringView name) {
+        const ObjectRef shape = object(container->call(u"DrawRectangle", 0.0, 0.0, 1.0, 1.0));
+        shape->put(u"Name", name);
+        return shape;
+    }
+    static ObjectRef drawGroup(const ObjectRef& container, StringView name) {
+        const ObjectRef shape = draw(container, name);
+        shape->call(u"ConvertToGroup");
+        return shape;
+    }
+    /// Gives a sheet a user cell with a formula.
+    static void setUserCell(const ObjectRef& sheet, StringView row, StringView formula) {
+        sheet->call(u"AddNamedRow", std::int16_t{242}, row, std::int16_t{0});
+        object(sheet->get(u"Cells", u"User." + String(row)))->put(u"Formula", formula);
+    }
+};
+
+} // namespace tarncom32::visio::tests
