@@ -3,8 +3,7 @@
 
 #include "automation/collection.h"
 #include "automation/convert.h"
-#include "platform/portable/terminal_message_box.h"
-#include "platform/portable/windows_1252.h"
+#include "platform/portable/portable_platform.h"
 #include "standin/host.h"
 #include "support/comparison.h"
 #include "visio/visio_functions.h"
@@ -17,7 +16,9 @@ using automation::ObjectRef;
 using automation::Ref;
 using automation::Variant;
 
-ObjectRef object(const Variant& value) { return automation::toObject(value); }
+ObjectRef object(const Variant& value) {
+    return automation::toObject(value);
+}
 
 constexpr int kShapesInGroup = 10;
 
@@ -35,7 +36,8 @@ void fill(const ObjectRef& container, int depth, int& left) {
 ObjectRef drawing(const ObjectRef& visio, int shapes) {
     const ObjectRef document = object(object(visio->get(u"Documents"))->call(u"Add", u""));
     const ObjectRef page = object(object(document->get(u"Pages"))->call(u"Item", std::int16_t{1}));
-    for (int left = shapes; left > 0;) fill(page, 4, left);
+    for (int left = shapes; left > 0;)
+        fill(page, 4, left);
     return page;
 }
 
@@ -55,9 +57,7 @@ int main(int argc, char** argv) {
     using namespace tarncom32;
     standin::Host host;
     platform::portable::TerminalMessageBox messageBox;
-    platform::portable::Windows1252 codePage;
-    bench::SettingsSurroundings settings;
-    platform::Platform platform{messageBox, host, codePage, settings.registry};
+    platform::portable::PortablePlatform platform(messageBox, host);
     const auto functions = automation::make<visio::VisioFunctions>(platform);
     const ObjectRef visio = host.startApplication();
     for (const int shapes : {1'000, 10'000, 100'000}) {

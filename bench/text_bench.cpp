@@ -1,8 +1,7 @@
 // The delimited-text members next to a loop written by hand and to Abseil, on a text of 64 characters and one of 1 MB
 // in UTF-8. The members and the loops work on the same text in UTF-16, which is twice as many bytes.
 
-#include "platform/portable/sqlite_registry.h"
-#include "platform/portable/windows_1252.h"
+#include "platform/portable/portable_platform.h"
 #include "support/comparison.h"
 #include "text/string_functions.h"
 #include "text_peers.h"
@@ -13,23 +12,6 @@ namespace {
 using bench::addComparison;
 using text::Array;
 using text::String;
-
-// Nothing here fails, and so nothing is shown.
-class SilentMessageBox final : public platform::MessageBox {
-public:
-    platform::MessageAnswer show(automation::StringView, int, automation::StringView) override {
-        return platform::MessageAnswer::Ok;
-    }
-};
-
-struct Surroundings {
-    SilentMessageBox messageBox;
-    platform::NoApplications applications;
-    platform::portable::Windows1252 codePage;
-    platform::portable::SqliteRegistry registry{{}, codePage};
-    platform::Platform platform{messageBox, applications, codePage, registry};
-    automation::Ref<text::StringFunctions> functions = automation::make<text::StringFunctions>(platform);
-};
 
 // A text in both encodings.
 struct Sample {
@@ -160,8 +142,9 @@ void addJobs(text::StringFunctions& functions, std::size_t size, const std::stri
 } // namespace tarncom32
 
 int main(int argc, char** argv) {
-    tarncom32::Surroundings surroundings;
-    tarncom32::addJobs(*surroundings.functions, 64, "64 characters");
-    tarncom32::addJobs(*surroundings.functions, 1 << 20, "1 MB");
+    tarncom32::platform::portable::PortablePlatform platform;
+    const auto functions = tarncom32::automation::make<tarncom32::text::StringFunctions>(platform);
+    tarncom32::addJobs(*functions, 64, "64 characters");
+    tarncom32::addJobs(*functions, 1 << 20, "1 MB");
     return tarncom32::bench::runComparisons(argc, argv);
 }

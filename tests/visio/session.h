@@ -18,8 +18,12 @@ using automation::StringView;
 using automation::Variant;
 using tarncom32::tests::TestPlatform;
 
-inline ObjectRef object(const Variant& value) { return automation::toObject(value); }
-inline String text(const Variant& value) { return automation::toText(value); }
+inline ObjectRef object(const Variant& value) {
+    return automation::toObject(value);
+}
+inline String text(const Variant& value) {
+    return automation::toText(value);
+}
 
 /// A running stand-in and the class under test.
 struct Session {

@@ -32,7 +32,8 @@ struct Drawing : Session {
 
 String namesOf(const Ref<Collection>& shapes) {
     String names;
-    for (std::size_t i = 0; i < shapes->size(); ++i) names += text(object((*shapes)[i])->get(u"Name")) + u" ";
+    for (std::size_t i = 0; i < shapes->size(); ++i)
+        names += text(object((*shapes)[i])->get(u"Name")) + u" ";
     return names;
 }
 
@@ -48,14 +49,14 @@ TEST(ShapeWalk, VisitsEachContainerInOrderAndTheInsideOfAShapeAfterIt) {
     const WalkCase cases[] = {
         {true, 0, 0, u"", u"a G H "},
         {true, -1, 0, u"", u"a G G1 G2 G21 G22 G3 H H1 "},
-        {true, 1, 0, u"", u"a G H "},                // only exactly -1 is true
+        {true, 1, 0, u"", u"a G H "}, // only exactly -1 is true
         {true, 0, -1, u"Planner", u"G "},
-        {true, -1, -1, u"Planner", u"G G2 G21 "},    // H hides H1
+        {true, -1, -1, u"Planner", u"G G2 G21 "}, // H hides H1
         {true, -1, 2, u"Planner", u"a G G1 G2 G21 G22 G3 H H1 "},
         {true, -1, -1, u"planner", u""},
         {false, 0, 0, u"", u"G1 G2 G3 "},
         {false, -1, 0, u"", u"G1 G2 G21 G22 G3 "},
-        {false, 0, -1, u"Planner", u"G2 G21 "},      // a kept shape is entered all the same
+        {false, 0, -1, u"Planner", u"G2 G21 "}, // a kept shape is entered all the same
         {false, 1, -1, u"Planner", u"G2 G21 "},
     };
     Drawing drawing;
@@ -64,7 +65,8 @@ TEST(ShapeWalk, VisitsEachContainerInOrderAndTheInsideOfAShapeAfterIt) {
         const auto shapes = automation::make<Collection>();
         const Variant container = c.fromPage ? drawing.page : drawing.group;
         // Late bound, so that a flag of 1 has every occasion to become True.
-        const automation::MemberName member(c.fromPage ? u"GetAllTheShapesFromThePage" : u"GetAllTheShapesFromTheShape");
+        const automation::MemberName member(c.fromPage ? u"GetAllTheShapesFromThePage"
+                                                       : u"GetAllTheShapesFromTheShape");
         drawing.functions->call(member, container, shapes, c.includeSubShapes, c.filter, c.application);
         EXPECT_EQ(namesOf(shapes), c.expected);
     }

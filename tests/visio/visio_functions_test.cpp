@@ -75,8 +75,8 @@ TEST(AddonStringObjects, ComeFromTheRunningVisioWhenNoneIsGiven) {
     EXPECT_EQ(resolve(session, u"/doc=1 rest", {}).document, document);
 
     // The same with a script's variables, and the shape's and page's left out.
-    Variant arguments[] = {u"/doc=1 rest", Variant(), automation::kMissing, automation::kMissing, automation::kMissing,
-                           Variant()};
+    Variant arguments[] = {u"/doc=1 rest",       Variant(), automation::kMissing, automation::kMissing,
+                           automation::kMissing, Variant()};
     session.functions->invoke(u"GetVisioObjectsFromAddonString", Access::Method, arguments);
     EXPECT_EQ(arguments[1], Variant(u"rest "));
     EXPECT_EQ(arguments[5], Variant(document));
@@ -132,8 +132,8 @@ TEST(DocumentVersion, FailuresGoToTheCaller) {
 }
 
 TEST(VisioVersion, RoundsTheLeadingNumberHalfToEven) {
-    const std::pair<StringView, std::int16_t> cases[] = {
-        {u"16.0", 16}, {u"11.5", 12}, {u"10.5", 10}, {u"15.0.4420", 15}, {u"", 0}, {u"beta", 0}};
+    const std::pair<StringView, std::int16_t> cases[] = {{u"16.0", 16},      {u"11.5", 12}, {u"10.5", 10},
+                                                         {u"15.0.4420", 15}, {u"", 0},      {u"beta", 0}};
     Session session;
     for (const auto& [version, expected] : cases) {
         standin::ApplicationOptions options;
@@ -160,7 +160,8 @@ TEST(MoveDocument, OpensASavedFileInANewVisioAndFreesItInTheOld) {
     session.functions->moveDocumentToVisio(document);
     ASSERT_EQ(session.host.running().size(), 2u);
     EXPECT_EQ(text(object(old->get(u"Documents"))->get(u"Count")), u"0");
-    const ObjectRef moved = object(object(session.host.running()[1]->get(u"Documents"))->call(u"Item", std::int16_t{1}));
+    const ObjectRef moved =
+        object(object(session.host.running()[1]->get(u"Documents"))->call(u"Item", std::int16_t{1}));
     EXPECT_EQ(text(moved->get(u"FullName")), file.u16string());
     EXPECT_TRUE(session.shown().empty());
 }
