@@ -1,6 +1,8 @@
 #include "library/library.h"
 
 #include "automation/error.h"
+#include "files/common_dlg.h"
+#include "files/file_operations.h"
 #include "settings/user_profile.h"
 #include "settings/user_profile_entries.h"
 #include "text/string_functions.h"
@@ -28,6 +30,8 @@ constexpr BuiltClass notCreatable() {
 constexpr BuiltClass kBuiltClasses[] = {
     creatable<visio::VisioFunctions>(),
     creatable<text::StringFunctions>(),
+    creatable<files::FileOperations>(),
+    creatable<files::CommonDlg>(),
     creatable<settings::UserProfile>(),
     notCreatable<settings::UserProfileEntries>(),
     notCreatable<settings::UserProfileEntry>(),

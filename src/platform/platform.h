@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/code_page.h"
+#include "platform/file_ports.h"
 #include "platform/message_box.h"
 #include "platform/registry.h"
 #include "platform/running_applications.h"
@@ -13,6 +14,7 @@ struct Platform {
     RunningApplications& applications;
     const CodePage& codePage;
     Registry& registry;
+    FilePorts files;
 };
 
 } // namespace tarncom32::platform

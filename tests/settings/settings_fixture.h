@@ -51,7 +51,7 @@ protected:
     platform::Registry& real_ = surroundings_.registry;
     FaultyRegistry registry_{real_};
     platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 registry_};
+                                 registry_, surroundings_.files.ports()};
     RegistryOperations operations_{platform_};
 };
 

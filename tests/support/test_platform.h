@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/no_files.h"
 #include "platform/platform.h"
 #include "platform/portable/windows_1252.h"
 #include "support/test_registry.h"
@@ -38,7 +39,8 @@ struct TestPlatform {
     platform::RunningApplications& applications;
     platform::portable::Windows1252 codePage;
     TestRegistry registry;
-    platform::Platform platform{messageBox, applications, codePage, registry};
+    platform::NoFiles files;
+    platform::Platform platform{messageBox, applications, codePage, registry, files.ports()};
 };
 
 } // namespace tarncom32::tests

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/portable/portable_files.h"
 #include "platform/portable/sqlite_registry.h"
 #include "platform/portable/terminal_message_box.h"
 #include "platform/portable/windows_1252.h"
@@ -18,7 +19,7 @@ public:
 
     /// With message boxes and applications of the program's own, which must outlive this object.
     PortablePlatform(MessageBox& messageBox, RunningApplications& applications)
-        : platform_{messageBox, applications, codePage_, registry_} {}
+        : platform_{messageBox, applications, codePage_, registry_, files_.ports()} {}
     PortablePlatform(const PortablePlatform&) = delete;
     PortablePlatform& operator=(const PortablePlatform&) = delete;
 
@@ -29,6 +30,7 @@ private:
     NoApplications noApplications_;
     Windows1252 codePage_;
     SqliteRegistry registry_{SqliteRegistry::defaultFile(), codePage_};
+    PortableFiles files_{codePage_};
     Platform platform_;
 };
 

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "automation/string.h"
+
+/// Questions to a path's text that the file-system object answers without looking at files.
+namespace tarncom32::platform::portable {
+
+/// The last component of the path: separators at the end do not count, a drive is no component.
+automation::StringView lastComponent(automation::StringView path);
+
+/// What follows the last "." of the last component, without it; empty when there is none.
+automation::StringView extensionOf(automation::StringView path);
+
+} // namespace tarncom32::platform::portable
