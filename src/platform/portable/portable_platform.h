@@ -8,8 +8,8 @@
 
 namespace tarncom32::platform::portable {
 
-/// The surroundings of a native program: messages on the terminal, the user's registry file, the Western code page, and
-/// no applications but those that the program brings. Nothing is opened before it is needed.
+/// The surroundings of a native program: messages and file dialogs on the terminal, the user's files and registry file,
+/// the Western code page, and no applications but those that the program brings. Nothing is opened before it is needed.
 ///
 ///     platform::portable::PortablePlatform platform;
 ///     library::Library library(platform);
