@@ -2,6 +2,7 @@
 
 #include "cli/error_text.h"
 #include "cli/exit_status.h"
+#include "cli/registry_command.h"
 #include "cli/usage_error.h"
 
 #include <CLI/CLI.hpp>
@@ -19,6 +20,7 @@ struct Request {
     bool json = false;
     std::string path{};
     CallOptions call{};
+    RegistryOptions registry{};
     SessionOptions session{};
 };
 
@@ -81,6 +83,8 @@ void addCommands(CLI::App& app, Request& request) {
     session->add_option("--wanted-version", options.wantedVersion, "The document's version that the add-in expects");
     session->add_option("--application", options.application, "Keep only the shapes that belong to this application");
     session->add_flag("--sub-shapes", options.subShapes, "Go into groups");
+
+    addRegistryCommand(app, request.registry);
 }
 
 /// The one line that says what is wrong and where to read on.
@@ -98,6 +102,7 @@ int run(const Output& output, const CLI::App& app, Request& request) {
     const std::string& command = app.get_subcommands().front()->get_name();
     if (command == "classes") return runClasses(output, request.json);
     if (command == "describe") return runDescribe(output, request.path, request.json);
+    if (command == "registry") return runRegistry(output, app, request.registry);
     if (command == "call") {
         request.call.json = request.json;
         return runCall(output, request.call);
