@@ -87,7 +87,10 @@ std::unique_ptr<Enumerator> Shapes::newEnum() {
 }
 
 ObjectRef Shapes::operator[](std::size_t position) const {
-    return document_->objectOf(*nodes()[position]);
+    const std::vector<ShapeNode*>& shapes = nodes();
+    // A walk asks for the next one soon, and shapes lie far apart in a large drawing.
+    if (position + 1 < shapes.size()) __builtin_prefetch(shapes[position + 1]);
+    return document_->objectOf(*shapes[position]);
 }
 
 } // namespace tarncom32::standin
