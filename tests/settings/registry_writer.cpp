@@ -4,9 +4,7 @@
 // Each line is the number of a value that is safe. Ends with "error N" and code 3 at the first failure. No file may
 // become larger than BYTES.
 
-#include "platform/portable/sqlite_registry.h"
-#include "platform/portable/terminal_message_box.h"
-#include "platform/portable/windows_1252.h"
+#include "platform/portable/portable_platform.h"
 #include "settings/registry_operations.h"
 #include "writer_values.h"
 
@@ -25,11 +23,8 @@ int main(int argc, char** argv) {
         const rlimit limit{std::strtoul(argv[4], nullptr, 10), RLIM_INFINITY};
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
     }
-    platform::portable::TerminalMessageBox messageBox;
-    platform::NoApplications applications;
-    platform::portable::Windows1252 codePage;
-    platform::portable::SqliteRegistry registry(argv[1], codePage);
-    platform::Platform platform{messageBox, applications, codePage, registry};
+    setenv("TARNCOM32_REGISTRY", argv[1], 1);
+    platform::portable::PortablePlatform platform;
     const settings::RegistryOperations operations(platform);
     const automation::String path = automation::fromUtf8(argv[2]);
     try {

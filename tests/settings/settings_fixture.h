@@ -50,8 +50,7 @@ protected:
     tests::TestPlatform surroundings_;
     platform::Registry& real_ = surroundings_.registry;
     FaultyRegistry registry_{real_};
-    platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 registry_, surroundings_.files.ports()};
+    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
     RegistryOperations operations_{platform_};
 };
 

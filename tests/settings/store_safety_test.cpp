@@ -111,8 +111,7 @@ public:
 private:
     tests::TestPlatform surroundings_;
     platform::portable::SqliteRegistry registry_;
-    platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 registry_};
+    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
     RegistryOperations operations_{platform_};
 };
 

@@ -43,4 +43,9 @@ struct TestPlatform {
     platform::Platform platform{messageBox, applications, codePage, registry, files.ports()};
 };
 
+/// The same surroundings with another registry.
+inline platform::Platform withRegistry(const platform::Platform& surroundings, platform::Registry& registry) {
+    return {surroundings.messageBox, surroundings.applications, surroundings.codePage, registry, surroundings.files};
+}
+
 } // namespace tarncom32::tests
