@@ -2,6 +2,8 @@
 
 #include "frame/report.h"
 
+#include <algorithm>
+
 namespace tarncom32::settings {
 
 using automation::Collection;
@@ -43,8 +45,13 @@ std::string RegistryOperations::narrow(StringView text) const {
     return platform_.codePage.encode(text.substr(0, text.find(u'\0')));
 }
 
-String RegistryOperations::widen(std::string_view bytes) const {
-    return platform_.codePage.decode(bytes.substr(0, bytes.find('\0')));
+void RegistryOperations::widen(std::string_view bytes, String& text) const {
+    bytes = bytes.substr(0, bytes.find('\0'));
+    // Most texts are the same in every code page.
+    if (std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }))
+        text.append(bytes.begin(), bytes.end());
+    else
+        text += platform_.codePage.decode(bytes);
 }
 
 RegistryOperations::Key RegistryOperations::openRegistryKey(std::int32_t root, StringView path,
@@ -72,7 +79,9 @@ bool RegistryOperations::deleteRegistryKey(std::int32_t root, StringView path, S
 String RegistryOperations::readKeyValue(platform::RegistryKey& key, StringView name) const {
     RegistryValue value;
     if (key.read(narrow(name), kReadBytes, value) != RegistryRead::Done) raise(registry_errors::ItemMissing);
-    return widen(value.bytes);
+    String text;
+    widen(value.bytes, text);
+    return text;
 }
 
 void RegistryOperations::writeKeyValue(platform::RegistryKey& key, StringView name, StringView text) const {
@@ -90,12 +99,27 @@ void RegistryOperations::setRegistryValue(std::int32_t root, StringView path, St
     writeKeyValue(*openRegistryKey(root, path, true), name, text);
 }
 
-Ref<Collection> RegistryOperations::getRegistryValues(std::int32_t root, StringView path, bool raiseIfMissing) const {
-    const Ref<Collection> values = automation::make<Collection>();
+template <class Visit>
+void RegistryOperations::forEachValue(std::int32_t root, StringView path, bool raiseIfMissing, Visit&& visit) const {
     const Key key = openRegistryKey(root, path, raiseIfMissing);
     RegistryValue value;
-    for (std::uint32_t i = 0; key && key->valueAt(i, kListNameBytes, kListDataBytes, value) == RegistryRead::Done; ++i)
-        values->add(widen(value.name).append(kSeparator).append(widen(value.bytes)));
+    String text;
+    for (std::uint32_t i = 0; key && key->valueAt(i, kListNameBytes, kListDataBytes, value) == RegistryRead::Done;
+         ++i) {
+        text.clear();
+        widen(value.name, text);
+        text += kSeparator;
+        widen(value.bytes, text);
+        if (!visit(text)) return;
+    }
+}
+
+Ref<Collection> RegistryOperations::getRegistryValues(std::int32_t root, StringView path, bool raiseIfMissing) const {
+    const Ref<Collection> values = automation::make<Collection>();
+    forEachValue(root, path, raiseIfMissing, [&](const String& text) {
+        values->add(text);
+        return true;
+    });
     return values;
 }
 
@@ -117,9 +141,10 @@ void RegistryOperations::ensureRegistryValue(std::int32_t root, StringView path,
     attempt(root, path, [&] { openRegistryKey(root, path, true); });
     bool present = false;
     attempt(root, path, [&] {
-        const Ref<Collection> values = getRegistryValues(root, path, true);
-        for (std::size_t i = 0; i < values->size() && !present; ++i)
-            present = (*values)[i].as<String>()->find(name) != String::npos;
+        forEachValue(root, path, true, [&](const String& text) {
+            present = text.find(name) != String::npos;
+            return !present;
+        });
     });
     if (!present) attempt(root, path, [&] { setRegistryValue(root, path, name, {}); });
 }

@@ -73,10 +73,14 @@ public:
                                             std::int32_t root) const;
 
 private:
+    /// Calls `visit(text)` with each text of `getRegistryValues` until it returns false.
+    template <class Visit>
+    void forEachValue(std::int32_t root, automation::StringView path, bool raiseIfMissing, Visit&& visit) const;
     template <class Step>
     bool attempt(std::int32_t root, automation::StringView path, Step&& step) const;
     std::string narrow(automation::StringView text) const;
-    automation::String widen(std::string_view bytes) const;
+    /// Appends the text that `bytes` hold up to their first NUL.
+    void widen(std::string_view bytes, automation::String& text) const;
 
     platform::Platform& platform_;
 };

@@ -3,6 +3,7 @@
 #include "automation/error.h"
 #include "platform/portable/sqlite_store.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -95,11 +96,19 @@ private:
                       RegistryValue& value) const {
         const std::string_view bytes = entry.bytes(2);
         if (bytes.size() > dataLimit) return RegistryRead::TooBig;
-        value.name = codePage_.encode(automation::fromUtf8(entry.bytes(0)));
+        encode(entry.bytes(0), value.name);
         if (value.name.size() >= nameLimit) return RegistryRead::TooBig;
         value.type = static_cast<std::uint32_t>(entry.integer(1));
         value.bytes = bytes;
         return RegistryRead::Done;
+    }
+
+    void encode(std::string_view utf8, std::string& name) const {
+        // Most names are the same in UTF-8 and in every code page.
+        if (std::ranges::all_of(utf8, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; }))
+            name = utf8;
+        else
+            name = codePage_.encode(automation::fromUtf8(utf8));
     }
 
     SqliteStore& store_;
