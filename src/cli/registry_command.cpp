@@ -30,7 +30,7 @@ struct Session {
     Session(const Output& sessionOutput, const RegistryOptions& sessionOptions)
         : output(sessionOutput), options(sessionOptions) {}
 
-    std::string nameText(std::string_view name) const { return toUtf8(codePage.decode(name)); }
+    std::string nameText(std::string_view bytes) const { return toUtf8(codePage.decode(bytes)); }
 
     [[noreturn]] void noSuch(const std::string& what) {
         throw automation::Error(
