@@ -13,7 +13,8 @@ inline automation::String writerName(int number) {
 inline automation::String writerText(automation::StringView path, int number) {
     automation::String text(path);
     text += u" " + automation::decimalText(number) + u" ";
-    return text + automation::String(number % 50 == 0 ? 900 : number % 7, u'x');
+    const int length = number % 50 == 0 ? 900 : number % 7;
+    return text + automation::String(static_cast<std::size_t>(length), u'x');
 }
 
 } // namespace tarncom32::settings
