@@ -94,9 +94,10 @@ TEST_F(RegistryOperationsTest, TheListEndsInFrontOfTheFirstValueThatDoesNotFit) 
         std::string name;
         std::string bytes;
         std::size_t listed;
+        std::uint32_t type = type::kString;
     } cases[] = {
         {"255 bytes", "M", std::string(254, 'x') + '\0', 3},
-        {"255 bytes without a NUL", "M", std::string(255, 'x'), 3},
+        {"255 bytes without a NUL", "M", std::string(255, 'x'), 3, type::kBinary},
         {"256 bytes", "M", std::string(255, 'x') + '\0', 1},
         {"254 characters of name", "M" + std::string(253, 'n'), "x\0"s, 3},
         {"255 characters of name", "M" + std::string(254, 'n'), "x\0"s, 1},
@@ -104,7 +105,7 @@ TEST_F(RegistryOperationsTest, TheListEndsInFrontOfTheFirstValueThatDoesNotFit) 
     for (int i = 0; const auto& c : cases) {
         key_ = tests::testKey() + u"\\" + automation::decimalText(++i);
         store("A", "1\0"s);
-        store(c.name, c.bytes);
+        store(c.name, c.bytes, c.type);
         store("Z", "1\0"s);
         EXPECT_EQ(values().size(), c.listed) << c.what;
     }
