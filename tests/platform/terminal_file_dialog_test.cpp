@@ -1,0 +1,179 @@
+#include "platform/portable/file_filters.h"
+#include "platform/portable/terminal_file_dialog.h"
+#include "support/temporary_folder.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <sstream>
+
+namespace tarncom32::platform::portable {
+namespace {
+
+using automation::String;
+using automation::StringView;
+using testing::HasSubstr;
+
+TEST(FileFilters, FitNamesWithoutCase) {
+    struct Case {
+        StringView patterns, name;
+        bool fit;
+    };
+    const Case cases[] = {
+        {u"*.vsd", u"Plan.VSD", true},
+        {u"*.vsd", u"Plan.vsdx", false},
+        {u"*.vsd; *.vss", u"a.vss", true},
+        {u"*.*", u"no extension", true},
+        {u"p??n.*", u"Plan.vsd", true},
+        {u"p??n", u"plaan", false},
+        {u"*a*b*c", u"xaybzbc", true},
+        {u"*a*b*c", u"xaybzcb", false},
+        {u"", u"any", true},
+        {u"\u00E4*", u"\u00C4rger", true},
+        {u"*", u"", true},
+        {u"?", u"", false},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(fits(c.patterns, c.name), c.fit) << automation::toUtf8(c.patterns);
+    const String endless(200, u'a');
+    EXPECT_FALSE(fits(u"*a*a*a*a*a*a*a*a*a*a*a*a*a*b", endless)); // in reasonable time
+}
+
+TEST(FileFilters, NameAnExtensionUnlessItIsAWildcard) {
+    const std::pair<StringView, StringView> cases[] = {
+        {u"vsd", u".vsd"}, {u".vsd", u".vsd"}, {u"*.vsd", u".vsd"}, {u"*.vsd;*.vss", u".vsd"},
+        {u"*.*", u""},     {u"*", u""},        {u"", u""},          {u"v?d", u""},
+        {u"../x", u""}};
+    for (const auto& [text, extension] : cases)
+        EXPECT_EQ(extensionNamed(text), extension) << automation::toUtf8(text);
+}
+
+class TerminalFileDialogTest : public testing::Test {
+protected:
+    TerminalFileDialogTest() {
+        for (const char* name : {"Network.vsd", "Notes.txt", "Plan.vsd", "Sub/Deep.vsd"}) {
+            std::filesystem::create_directories((folder_.path() / name).parent_path());
+            std::ofstream(folder_.path() / name) << "x";
+        }
+        request_.filter = String(u"All files (*.*)\0*.*\0Drawings (*.vsd)\0*.vsd\0\0", 47);
+        request_.filterIndex = 2;
+        request_.initialFolder = drives_.toAutomation(folder_.path());
+        request_.fileSize = 260;
+    }
+
+    FileDialogAnswer show(const std::string& input, bool save = false) {
+        std::istringstream typed(input);
+        std::ostringstream printed;
+        TerminalFileDialog dialog(drives_, typed, printed);
+        const FileDialogAnswer answer = save ? dialog.showSave(request_) : dialog.showOpen(request_);
+        printed_ = printed.str();
+        return answer;
+    }
+    // The chosen path below the folder; "cancelled" without one.
+    std::string choose(const std::string& input, bool save = false) {
+        const FileDialogAnswer answer = show(input, save);
+        if (!answer.chosen) return answer.failure == 0 ? "cancelled" : "failed";
+        const String start = request_.initialFolder + u"\\";
+        return automation::toUtf8(answer.file.starts_with(start) ? answer.file.substr(start.size()) : answer.file);
+    }
+
+    tests::TemporaryFolder folder_;
+    DriveMap drives_{folder_.path() / "c"};
+    FileDialogRequest request_;
+    std::string printed_;
+};
+
+TEST_F(TerminalFileDialogTest, ShowsWhatThereIsToChooseFrom) {
+    request_.title = u"Open a drawing";
+    request_.file = String(u"Plan.vsd\0     ", 14);
+    EXPECT_EQ(choose("\n"), "Plan.vsd");
+    EXPECT_EQ(printed_,
+              "== Open a drawing ==\n"
+              "   1  All files (*.*)\n"
+              " * 2  Drawings (*.vsd)\n"
+              "Folder: " +
+                  automation::toUtf8(request_.initialFolder) +
+                  "\n"
+                  "File name (Tab lists and completes, :1 takes a filter, end of input cancels) [Plan.vsd]: ");
+}
+
+TEST_F(TerminalFileDialogTest, TakesNamesPathsAndFolders) {
+    struct Case {
+        std::string input, chosen;
+    };
+    const Case cases[] = {
+        {"", "cancelled"},
+        {"\n\n", "cancelled"},
+        {"Plan.vsd", "Plan.vsd"}, // the last line needs no end
+        {"Plan.vsd\r\n", "Plan.vsd"},
+        {"new.vsd\n", "new.vsd"},
+        {"Sub\\Deep.vsd\n", "Sub\\Deep.vsd"},
+        {"Sub\nDeep.vsd\n", "Sub\\Deep.vsd"}, // a folder is gone into
+        {"Z:\\etc\\x\n", "Z:\\etc\\x"},
+        {"/etc/x\n", "Z:\\etc\\x"},
+        {"Q:\\x\nPlan.vsd\n", "Plan.vsd"},
+        {"Pl\t\n", "Plan.vsd"},
+        {"pL\t\n", "Plan.vsd"},
+        {"N\t\n", "Network.vsd"},          // of the filter's files
+        {":1\nN\t\nNot\t\n", "Notes.txt"}, // of all files first two, then one
+        {"Sub\\\t\n", "Sub\\Deep.vsd"},
+        {"Zz\t\nPlan.vsd\n", "Plan.vsd"},
+        {":3\n:\n:99999999999999999999\n:x\nPlan.vsd\n", "Plan.vsd"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(choose(c.input), c.chosen) << c.input;
+    EXPECT_EQ(show(":1\nPlan.vsd\n").filterIndex, 1);
+    EXPECT_EQ(show("Plan.vsd\n").filterIndex, 2);
+    choose("\t\n");
+    EXPECT_THAT(printed_, HasSubstr("   Network.vsd\n   Plan.vsd\n   Sub\\\n"));
+}
+
+TEST_F(TerminalFileDialogTest, HeedsTheFlags) {
+    struct Case {
+        std::int32_t flags;
+        bool save;
+        std::string input, chosen, said;
+    };
+    using namespace dialog_flag;
+    const Case cases[] = {
+        {0, false, "no.vsd\n", "no.vsd", ""},
+        {kFileMustExist, false, "no.vsd\n", "cancelled", "This file does not exist."},
+        {kFileMustExist, false, "no.vsd\nPlan.vsd\n", "Plan.vsd", "This file does not exist."},
+        {kFileMustExist, false, "Pla\n", "Plan.vsd", ""}, // completed without a Tab
+        {kPathMustExist, true, "no\\x.vsd\nx.vsd\n", "x.vsd", "This folder does not exist."},
+        {kOverwritePrompt, true, "Plan.vsd\nn\nPlan.vsd\ny\n", "Plan.vsd", "Replace it?"},
+        {kOverwritePrompt, true, "Plan.vsd\n", "cancelled", "Replace it?"},
+        {kOverwritePrompt, true, "new.vsd\n", "new.vsd", ""},
+        {kOverwritePrompt, false, "Plan.vsd\n", "Plan.vsd", ""},
+    };
+    for (const Case& c : cases) {
+        request_.flags = c.flags;
+        EXPECT_EQ(choose(c.input, c.save), c.chosen) << c.input;
+        EXPECT_THAT(printed_, HasSubstr(c.said));
+    }
+}
+
+TEST_F(TerminalFileDialogTest, AddsTheDefaultExtensionToNewNames) {
+    struct Case {
+        String extension;
+        std::string input, chosen;
+    };
+    const Case cases[] = {{u"*.vsd", "new\n", "new.vsd"},
+                          {u"vsd", "Plan\n", "Plan.vsd"},
+                          {u"*.vsd", "new.txt\n", "new.txt"},
+                          {u"*.*", "new\n", "new"},
+                          {u"", "new\n", "new"}};
+    for (const Case& c : cases) {
+        request_.defaultExtension = c.extension;
+        EXPECT_EQ(choose(c.input, true), c.chosen) << c.input;
+    }
+}
+
+TEST_F(TerminalFileDialogTest, FailsWhenThePathHasNoRoom) {
+    request_.fileSize = static_cast<std::int32_t>(request_.initialFolder.size() + 10);
+    EXPECT_EQ(choose("Plan.vsd\n"), "Plan.vsd"); // its NUL takes the last place
+    --request_.fileSize;
+    EXPECT_EQ(show("Plan.vsd\n").failure, dialog_failure::kBufferTooSmall);
+}
+
+} // namespace
+} // namespace tarncom32::platform::portable
