@@ -1,0 +1,225 @@
+// The system's own dialogs: each is opened, looked at, and answered by a thread of the test.
+#include "fakes.h"
+#include "files/common_dlg.h"
+#include "files/file_operations.h"
+#include "platform/windows/windows_files.h"
+#include "support/temporary_folder.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <thread>
+#include <windows.h>
+
+#include <dlgs.h>
+
+namespace tarncom32::files {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::int32_t kExplorer = 524288;
+constexpr std::int32_t kFileMustExist = 4096;
+
+String textOf(HWND window) {
+    wchar_t text[1024] = L"";
+    SendMessageW(window, WM_GETTEXT, 1024, reinterpret_cast<LPARAM>(text));
+    return reinterpret_cast<const char16_t*>(text);
+}
+
+String classOf(HWND window) {
+    wchar_t name[64] = L"";
+    GetClassNameW(window, name, 64);
+    return reinterpret_cast<const char16_t*>(name);
+}
+
+// A visible dialog of this process other than `known`; null when there is none yet.
+HWND findDialog(HWND known = nullptr) {
+    struct Search {
+        HWND known, found;
+    } search{known, nullptr};
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            DWORD process = 0;
+            GetWindowThreadProcessId(window, &process);
+            if (process != GetCurrentProcessId() || window == wanted.known || !IsWindowVisible(window) ||
+                classOf(window) != u"#32770")
+                return TRUE;
+            wanted.found = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+HWND waitForDialog(HWND known = nullptr) {
+    HWND found = nullptr;
+    for (int i = 0; i < 1500 && !found; ++i) {
+        found = findDialog(known);
+        if (!found) Sleep(20);
+    }
+    return found;
+}
+
+// A control of the dialog, at whatever depth, by its class and either of two numbers.
+HWND control(HWND dialog, StringView className, int id, int otherId) {
+    struct Search {
+        StringView className;
+        int id, otherId;
+        HWND found;
+    } search{className, id, otherId, nullptr};
+    EnumChildWindows(
+        dialog,
+        [](HWND window, LPARAM parameter) -> BOOL {
+            auto& wanted = *reinterpret_cast<Search*>(parameter);
+            const int number = GetDlgCtrlID(window);
+            if ((number != wanted.id && number != wanted.otherId) || classOf(window) != wanted.className) return TRUE;
+            wanted.found = window;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
+void press(HWND dialog, int button) {
+    PostMessageW(dialog, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+}
+
+// Answers the next dialog: looks at it, types a name and presses a button.
+class Answerer {
+public:
+    /// `proposed`: the dialog starts with a name.
+    Answerer(bool proposed, String typed, int button) : thread_([=, this] { answer(proposed, typed, button); }) {}
+    ~Answerer() { join(); }
+    void join() {
+        if (thread_.joinable()) thread_.join();
+    }
+
+    String title, name;
+    std::vector<String> filters;
+    LRESULT filter = -1;
+    bool refused = false; // a message box came up behind the button
+
+private:
+    void answer(bool proposed, const String& typed, int button) {
+        const HWND dialog = waitForDialog();
+        if (!dialog) return;
+        title = textOf(dialog);
+        const HWND edit = control(dialog, u"Edit", edt1, cmb13);
+        const HWND combo = control(dialog, u"ComboBox", cmb1, cmb1);
+        // The dialog is visible before its name is filled in.
+        for (int i = 0; i < 500 && (name = textOf(edit)).empty() && proposed; ++i)
+            Sleep(20);
+        for (LRESULT i = 0, count = SendMessageW(combo, CB_GETCOUNT, 0, 0); i < count; ++i) {
+            wchar_t item[256] = L"";
+            SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(item));
+            filters.emplace_back(reinterpret_cast<const char16_t*>(item));
+        }
+        filter = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+        if (!typed.empty()) SendMessageW(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(typed.c_str()));
+        press(dialog, button);
+        // Either it goes, or it complains; then it is cancelled.
+        for (int i = 0; i < 500 && IsWindow(dialog) && IsWindowVisible(dialog); ++i) {
+            if (const HWND box = findDialog(dialog)) {
+                refused = true;
+                PostMessageW(box, WM_CLOSE, 0, 0);
+                while (IsWindow(box))
+                    Sleep(10);
+                press(dialog, IDCANCEL);
+            }
+            Sleep(20);
+        }
+        // Nothing waits for ever for a dialog that does not do what is expected.
+        if (IsWindow(dialog)) press(dialog, IDCANCEL);
+    }
+
+    std::thread thread_;
+};
+
+class WindowsDialogTest : public testing::Test {
+protected:
+    WindowsDialogTest() {
+        std::ofstream(folder_.path() / "Plan.vsd") << "x";
+        folderText_ = reinterpret_cast<const char16_t*>(folder_.path().wstring().c_str());
+        dialog_->filter = u"Drawings (*.vsd)|*.vsd|All files (*.*)|*.*";
+        dialog_->initDir = folderText_;
+        dialog_->dialogTitle = u"Choose \u00C4";
+        dialog_->cancelError = true;
+    }
+
+    static std::int32_t raised(const std::function<void()>& show) {
+        try {
+            show();
+            return 0;
+        } catch (const automation::Error& error) {
+            return error.number();
+        }
+    }
+
+    tests::TemporaryFolder folder_;
+    String folderText_;
+    FakePlatform surroundings_;
+    platform::windows::WindowsFiles files_{surroundings_.applications, surroundings_.codePage};
+    platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
+                                 surroundings_.registry, files_.ports()};
+    automation::Ref<CommonDlg> dialog_ = automation::make<CommonDlg>(platform_);
+};
+
+TEST_F(WindowsDialogTest, ShowTheRequestAndGiveTheChoice) {
+    for (const std::int32_t flags : {0, kExplorer}) {
+        for (const auto show : {&CommonDlg::showOpen, &CommonDlg::showSave}) {
+            SCOPED_TRACE(flags);
+            dialog_->fileName = u"Plan.vsd";
+            dialog_->filterIndex = 2;
+            dialog_->flags = flags;
+            Answerer answerer(true, u"", IDOK);
+            EXPECT_EQ(raised([&] { (*dialog_.*show)(); }), 0);
+            answerer.join();
+            EXPECT_EQ(answerer.title, u"Choose \u00C4");
+            EXPECT_EQ(answerer.name, u"Plan.vsd");
+            EXPECT_THAT(answerer.filters, ElementsAre(u"Drawings (*.vsd)", u"All files (*.*)"));
+            EXPECT_EQ(answerer.filter, 1);
+            EXPECT_TRUE(automation::toUpper(dialog_->fileName) == automation::toUpper(folderText_ + u"\\Plan.vsd"))
+                << automation::toUtf8(dialog_->fileName);
+            EXPECT_EQ(dialog_->filterIndex, 2);
+            EXPECT_EQ(dialog_->defaultExt, u"*.*");
+        }
+    }
+}
+
+TEST_F(WindowsDialogTest, NumberCancelledAndFailed) {
+    for (const std::int32_t flags : {0, kExplorer}) {
+        SCOPED_TRACE(flags);
+        dialog_->flags = flags;
+        dialog_->fileName = u"Plan.vsd";
+        {
+            Answerer cancels(true, u"", IDCANCEL);
+            EXPECT_EQ(raised([&] { dialog_->showOpen(); }), 32755);
+        }
+        EXPECT_EQ(dialog_->fileName, u"Plan.vsd");
+    }
+    dialog_->flags = kExplorer;
+    dialog_->fileName = u"";
+    dialog_->maxFileSize = 12; // less than the path needs
+    Answerer chooses(false, u"Plan.vsd", IDOK);
+    EXPECT_EQ(raised([&] { dialog_->showOpen(); }), 12291);
+}
+
+TEST_F(WindowsDialogTest, AnExistingFileIsEnforced) {
+    const auto operations = automation::make<FileOperations>(platform_);
+    Boolean cancelled;
+    std::int32_t window = 0;
+    ObjectRef used = dialog_;
+    Answerer names(false, u"missing.vsd", IDOK);
+    EXPECT_EQ(
+        operations->getSelectedFilename(u"Existing", cancelled, folderText_ + u"\\", u"All|*.*", true, 1, used, window),
+        u"");
+    names.join();
+    EXPECT_EQ(names.title, u"Existing");
+    EXPECT_TRUE(names.refused);
+    EXPECT_EQ(cancelled, Boolean(true));
+}
+
+} // namespace
+} // namespace tarncom32::files
