@@ -3,9 +3,8 @@
 #include "standin/document.h"
 #include "standin/documents.h"
 #include "standin/drawing/drawing_reader.h"
+#include "standin/file_name.h"
 #include "standin/visio_error.h"
-
-#include <algorithm>
 
 namespace tarncom32::standin {
 
@@ -13,16 +12,6 @@ namespace fs = std::filesystem;
 using automation::equalsIgnoreCase;
 
 namespace {
-
-/// The path of this system that a file name stands for.
-fs::path portablePath(StringView fileName) {
-    String path(fileName);
-    if (path.size() >= 3 && (path[0] == u'Z' || path[0] == u'z') && path[1] == u':' && path[2] == u'\\') {
-        path.erase(0, 2);
-        std::ranges::replace(path, u'\\', u'/');
-    }
-    return fs::path(path);
-}
 
 std::unique_ptr<DocumentModel> readModel(const fs::path& path, const drawing::Limits& limits) {
     try {
@@ -77,7 +66,7 @@ void Application::quit() {
 
 Ref<Document> Application::open(StringView fileName) {
     requireRunning();
-    const fs::path path = fs::absolute(locate(fileName)).lexically_normal();
+    const fs::path path = locate(fileName);
     for (const Ref<Document>& document : documents_)
         if (document->file() == path) return document;
     return keep(automation::make<Document>(*this, readModel(path, options_.limits), path));
@@ -97,10 +86,10 @@ Ref<Document> Application::add(StringView fileName) {
         model->addPage(u"Page-1");
         model->changed = false;
     } else {
-        const fs::path path = fs::absolute(locate(fileName)).lexically_normal();
+        const fs::path path = locate(fileName);
         model = readModel(path, options_.limits);
         if (model->kind() == drawing::DocumentKind::Stencil) kind = drawing::DocumentKind::Stencil;
-        templateName = path.u16string();
+        templateName = fileNameOf(path);
     }
     const String name = kind == drawing::DocumentKind::Stencil ? u"Stencil" + automation::decimalText(++stencilsAdded_)
                                                                : u"Drawing" + automation::decimalText(++drawingsAdded_);
@@ -119,7 +108,10 @@ Ref<Document> Application::keep(Ref<Document> document) {
 
 fs::path Application::locate(StringView fileName) const {
     if (fileName.empty()) throw visio_error::invalidParameter(u"no file was named");
-    return options_.locate ? options_.locate(fileName) : portablePath(fileName);
+    std::error_code failure;
+    const fs::path path = fs::absolute(options_.locate ? options_.locate(fileName) : pathOf(fileName), failure);
+    if (failure) throw visio_error::cannotOpen(String(fileName) + u": the current folder is not there any more");
+    return path.lexically_normal();
 }
 
 void Application::requireRunning() const {

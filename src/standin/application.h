@@ -57,6 +57,7 @@ public:
 
 private:
     ~Application() override;
+    /// The whole path of a file.
     std::filesystem::path locate(StringView fileName) const;
     Ref<Document> keep(Ref<Document> document);
     void requireRunning() const;

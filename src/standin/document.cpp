@@ -1,5 +1,6 @@
 #include "standin/document.h"
 
+#include "standin/file_name.h"
 #include "standin/master.h"
 #include "standin/masters.h"
 #include "standin/page.h"
@@ -35,7 +36,7 @@ const automation::ClassInfo& Document::describe() {
 }
 
 Document::Document(Application& application, std::unique_ptr<DocumentModel> model, std::filesystem::path file)
-    : application_(&application), model_(std::move(model)), file_(std::move(file)), name_(file_.filename().u16string()),
+    : application_(&application), model_(std::move(model)), file_(std::move(file)), name_(fileNameOf(file_.filename())),
       kind_(model_->kind()) {}
 
 Document::Document(Application& application, std::unique_ptr<DocumentModel> model, drawing::DocumentKind kind,
@@ -60,7 +61,7 @@ Ref<Shape> Document::documentSheet() {
 
 String Document::fullName() {
     requireOpen();
-    return file_.empty() ? name_ : file_.u16string();
+    return file_.empty() ? name_ : fileNameOf(file_);
 }
 
 std::int16_t Document::index() {
@@ -91,7 +92,7 @@ Ref<Pages> Document::pages() {
 String Document::path() {
     requireOpen();
     if (file_.empty()) return {};
-    return (file_.parent_path() / "").u16string();
+    return fileNameOf(file_.parent_path() / "");
 }
 
 Boolean Document::saved() {

@@ -39,6 +39,7 @@ public:
     explicit TemporaryFile(const Parts& parts, const std::string& name = "drawing.vsdx");
     explicit TemporaryFile(const std::string& content, const std::string& name = "drawing.vsdx");
     String path() const { return path_.u16string(); }
+    const std::filesystem::path& location() const { return path_; }
 
 private:
     TemporaryFolder folder_;

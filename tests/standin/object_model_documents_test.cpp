@@ -68,6 +68,17 @@ TEST(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
     EXPECT_EQ(textIn(documents->get(u"Count")), "0");
 }
 
+TEST(ObjectModelDocuments, FileNamesThatAreNoTextAreNoTrouble) {
+    const TemporaryFile file(smallDrawing(), "plan\xFF.vsdx");
+    ApplicationOptions options;
+    options.locate = [&](StringView) { return file.location(); };
+    const auto application = startApplication(options);
+    const ObjectRef documents = objectIn(application->get(u"Documents"));
+    EXPECT_EQ(textIn(objectIn(documents->call(u"Open", u"plan"))->get(u"Name")), "plan\uFFFD.vsdx");
+    const ObjectRef elsewhere = objectIn(startApplication()->get(u"Documents"));
+    EXPECT_EQ(errorOf([&] { elsewhere->call(u"Open", String{u'/', 0xD800}); }).substr(0, 12), "-2032465765 ");
+}
+
 TEST(ObjectModelDocuments, WhatIsNotThereRaisesVisiosErrors) {
     const BlankDrawing drawing;
     const ObjectRef documents = objectIn(drawing.application->get(u"Documents"));
