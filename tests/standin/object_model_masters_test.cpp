@@ -126,6 +126,59 @@ TEST(ObjectModelMasters, InstancesThatMultiplyAreRefused) {
     EXPECT_NE(open(60).find("page1.xml"), std::string::npos) << open(60);
 }
 
+/// As many masters, each with an instance of the one before in the innermost of 99 groups, and an instance of the last.
+Parts drawingWithChain(int masters) {
+    Parts parts = smallDrawing();
+    std::string groups;
+    std::string ends;
+    for (int id = 10; id < 109; ++id) {
+        groups += numbered("<Shape ID='#' Type='Group'><Shapes>", id);
+        ends += "</Shapes></Shape>";
+    }
+    std::string list;
+    for (int number = 1; number <= masters; ++number) {
+        list += numbered("<Master ID='#' NameU='M#'><Rel r:id='rId#'/></Master>", number);
+        const std::string inner = number == 1 ? "<Shape ID='5'/>" : numbered("<Shape ID='5' Master='#'/>", number - 1);
+        parts[numbered("visio/masters/master#.xml", number)] =
+            visioPart("MasterContents", "<Shapes>" + groups + inner + ends + "</Shapes>");
+        if (number > 2) // the others are there
+            change(
+                parts, "visio/masters/_rels/masters.xml.rels", "</Relationships>",
+                numbered("<Relationship Id='rId#' Type='http://schemas.microsoft.com/visio/2010/relationships/master'"
+                         " Target='master#.xml'/></Relationships>",
+                         number));
+    }
+    parts["visio/masters/masters.xml"] = visioPart("Masters", list);
+    change(parts, "visio/pages/page1.xml", "<Shape ID='1' Type='Shape'/>",
+           numbered("<Shape ID='1' Master='#'/>", masters));
+    return parts;
+}
+
+TEST(ObjectModelMasters, InstancesThatNestGroupsTooDeeplyAreRefused) {
+    const auto application = startApplication();
+    const ObjectRef documents = objectIn(application->get(u"Documents"));
+    const auto open = [&](int masters) {
+        const TemporaryFile file(drawingWithChain(masters));
+        return errorOf([&] { documents->call(u"Open", file.path()); });
+    };
+    EXPECT_EQ(open(5), "");
+    const std::string error = open(6);
+    EXPECT_NE(error.find("master6.xml"), std::string::npos) << error;
+    EXPECT_NE(error.find("nested too deeply"), std::string::npos) << error;
+
+    const BlankDrawing drawing;
+    const ObjectRef master = objectIn(objectIn(drawing.document->get(u"Masters"))->call(u"Add"));
+    drawing.square(drawing.group(master));
+    ObjectRef innermost;
+    for (int groups = 0; groups < 499; ++groups)
+        innermost = drawing.group(innermost);
+    const std::string tooDeep =
+        "-2032465766 Requested operation is presently disabled (the groups are nested too deeply)";
+    EXPECT_EQ(errorOf([&] { innermost->call(u"Drop", master, 0, 0); }), tooDeep);
+    innermost = drawing.group(innermost);
+    EXPECT_EQ(errorOf([&] { drawing.square(innermost); }), tooDeep);
+}
+
 TEST(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
     const BlankDrawing drawing;
     const ObjectRef master = objectIn(objectIn(drawing.document->get(u"Masters"))->call(u"Add"));

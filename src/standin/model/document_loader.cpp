@@ -72,8 +72,9 @@ void DocumentLoader::fill(Container& container, const drawing::Contents& content
         container.noteId(entry.id);
     try {
         addShapes(container, nullptr, contents.shapes, nullptr);
-    } catch (const TooManyShapes&) {
-        throw drawing::DrawingError("the drawing", part, "has instances that inherit too many shapes from masters");
+    } catch (const InheritsTooMuch& inherits) {
+        throw drawing::DrawingError("the drawing", part,
+                                    std::string("has instances that inherit ") + inherits.what + " from masters");
     }
 }
 
@@ -110,8 +111,11 @@ void DocumentLoader::addInherited(ShapeNode& node, std::span<const drawing::Shap
     std::unordered_set<std::uint32_t> covered;
     for (const drawing::Shape& shape : written)
         covered.insert(shape.masterShape);
-    for (const ShapeNode* child : node.prototype->children)
-        if (!covered.contains(child->id)) model_.inheritChild(node, *child);
+    for (const ShapeNode* child : node.prototype->children) {
+        if (covered.contains(child->id)) continue;
+        if (!DocumentModel::hasRoomFor(*child, node)) throw InheritsTooMuch{"groups that are nested too deeply"};
+        model_.inheritChild(node, *child);
+    }
 }
 
 } // namespace tarncom32::standin

@@ -4,8 +4,10 @@
 
 namespace tarncom32::standin {
 
-/// Thrown while a document is built from a file that stands for more shapes than its limits allow.
-struct TooManyShapes {};
+/// Thrown while a document is built from a file whose instances inherit more than a document takes.
+struct InheritsTooMuch {
+    const char* what;
+};
 
 /// Fills a new document from a file: nodes for all shapes, tied to what they inherit from, and the sub-shapes that an
 /// instance inherits without the file spelling them out.
@@ -13,7 +15,7 @@ class DocumentLoader {
 public:
     DocumentLoader(DocumentModel& model, const drawing::DrawingFile& file) : model_(model), file_(file) {}
 
-    /// Raises a DrawingError for instances that inherit too many shapes.
+    /// Raises a DrawingError for instances that inherit too many shapes, or groups nested too deeply.
     void load();
 
 private:

@@ -8,6 +8,32 @@
 
 namespace tarncom32::standin {
 
+namespace {
+
+// Add-ins walk groups by recursion, as the library does, on stacks of as little as 1 MB.
+constexpr std::size_t kMostGroups = 500;
+
+/// Whether a shape of that height can be in `parent` (null: at the top level).
+bool hasRoom(const ShapeNode* parent, std::size_t height) {
+    for (; parent && height <= kMostGroups; parent = parent->parent)
+        ++height;
+    return height <= kMostGroups;
+}
+
+/// The longest way down: 1 for a shape without others in it.
+std::size_t heightOf(const ShapeNode& node) {
+    std::size_t below = 0;
+    for (const ShapeNode* child : node.children)
+        below = std::max(below, heightOf(*child));
+    return below + 1;
+}
+
+void requireRoom(const ShapeNode* parent, std::size_t height) {
+    if (!hasRoom(parent, height)) throw visio_error::presentlyDisabled(u"the groups are nested too deeply");
+}
+
+} // namespace
+
 DocumentModel::DocumentModel()
     : memory_(std::numeric_limits<std::size_t>::max()), nodeLimit_(std::numeric_limits<std::size_t>::max()) {
     document_.kind = Container::Kind::Document;
@@ -22,8 +48,12 @@ DocumentModel::DocumentModel(drawing::DrawingFile file, const drawing::Limits& l
     nodeLimit_ = std::numeric_limits<std::size_t>::max();
 }
 
+bool DocumentModel::hasRoomFor(const ShapeNode& prototype, const ShapeNode& parent) {
+    return hasRoom(&parent, heightOf(prototype));
+}
+
 ShapeNode& DocumentModel::newNode(Container& container, ShapeNode* parent, ShapeKind kind, std::uint32_t id) {
-    if (nodes_.size() >= nodeLimit_) throw TooManyShapes{};
+    if (nodes_.size() >= nodeLimit_) throw InheritsTooMuch{"too many shapes"};
     ShapeNode& node = nodes_.emplace_back();
     node.container = &container;
     node.parent = parent;
@@ -75,6 +105,7 @@ void DocumentModel::removePage(Container& page) {
 }
 
 ShapeNode& DocumentModel::addShape(Container& container, ShapeNode* parent, ShapeKind kind) {
+    requireRoom(parent, 1);
     changed = true;
     return newNode(container, parent, kind, container.takeId());
 }
@@ -82,6 +113,7 @@ ShapeNode& DocumentModel::addShape(Container& container, ShapeNode* parent, Shap
 ShapeNode& DocumentModel::addInstance(Container& container, ShapeNode* parent, Container& master) {
     if (master.shapes.empty()) throw visio_error::inappropriateTarget(u"the master has no shape");
     if (&container == &master) throw visio_error::inappropriateTarget(u"a master cannot contain itself");
+    requireRoom(parent, heightOf(*master.shapes.front()));
     ShapeNode& node = inherit(container, parent, *master.shapes.front());
     node.master = &master;
     // A master's first instance has the plain name of the master.

@@ -35,7 +35,8 @@ public:
     /// Takes the page out; its shapes count as deleted.
     void removePage(Container& page);
 
-    /// A shape in front of the others in `parent` (null: of the container's top level).
+    /// A shape in front of the others in `parent` (null: of the container's top level). Raises, as `addInstance` does,
+    /// where groups would be nested more than 500 deep.
     ShapeNode& addShape(Container& container, ShapeNode* parent, ShapeKind kind);
     /// The same as an instance of `master`, with all sub-shapes that it inherits.
     ShapeNode& addInstance(Container& container, ShapeNode* parent, Container& master);
@@ -55,6 +56,8 @@ private:
     ShapeNode& newNode(Container& container, ShapeNode* parent, ShapeKind kind, std::uint32_t id);
     ShapeNode& newSheet(Container& container, ShapeKind kind);
     ShapeNode& inherit(Container& container, ShapeNode* parent, const ShapeNode& prototype);
+    /// Whether a sub-shape like `prototype` can be in `parent` without the groups getting too deep.
+    static bool hasRoomFor(const ShapeNode& prototype, const ShapeNode& parent);
     void inheritChild(ShapeNode& node, const ShapeNode& prototype);
 
     drawing::DrawingFile file_;
