@@ -30,8 +30,22 @@ using automation::VariantType;
 
 namespace {
 
-/// Lists in lists: a collection may hold itself, and a JSON text may be nothing but brackets.
+/// Lists in lists: a JSON text may be nothing but brackets.
 constexpr int kDeepest = 64;
+
+/// The objects around a value, the nearest first: a collection may hold itself, and the list of its items would never
+/// end.
+struct Around {
+    const automation::Object* object;
+    const Around* next;
+    int depth;
+
+    static bool holds(const Around* around, const automation::Object* object) {
+        while (around && around->object != object)
+            around = around->next;
+        return around != nullptr;
+    }
+};
 
 Json number(double value) {
     if (!std::isfinite(value)) return nullptr;
@@ -53,12 +67,13 @@ Json number(const OtherInteger& value) {
     return value.bits;
 }
 
-Json toJson(const Variant& value, int depth);
+Json toJson(const Variant& value, const Around* around);
 
-Json objectToJson(const ObjectRef& object, int depth) {
+Json objectToJson(const ObjectRef& object, const Around* around) {
     if (!object) return nullptr;
     const String className = object->typeName();
-    if (depth >= kDeepest) return jsonText(className);
+    const Around here{object.get(), around, around ? around->depth + 1 : 1};
+    if (here.depth > kDeepest || Around::holds(around, object.get())) return jsonText(className);
     std::unique_ptr<automation::Enumerator> walk;
     try {
         walk = object->enumerate();
@@ -67,18 +82,18 @@ Json objectToJson(const ObjectRef& object, int depth) {
     }
     Json list = Json::array();
     for (Variant item; walk->next(item);)
-        list.push_back(toJson(item, depth + 1));
+        list.push_back(toJson(item, &here));
     return list;
 }
 
-Json arrayToJson(const Array& array, int depth) {
+Json arrayToJson(const Array& array, const Around* around) {
     Json list = Json::array();
     for (const Variant& item : array.items())
-        list.push_back(toJson(item, depth + 1));
+        list.push_back(toJson(item, around));
     return list;
 }
 
-Json toJson(const Variant& value, int depth) {
+Json toJson(const Variant& value, const Around* around) {
     if (const auto* text = value.as<String>()) return jsonText(*text);
     if (const auto* flag = value.as<Boolean>()) return flag->isNonZero();
     if (const auto* integer = value.as<std::int16_t>()) return *integer;
@@ -91,8 +106,8 @@ Json toJson(const Variant& value, int depth) {
     if (const auto* date = value.as<Date>()) return isoText(*date);
     if (const auto* error = value.as<ErrorValue>()) return "Error " + std::to_string(error->code);
     if (value.as<Record>()) return "Record";
-    if (const auto* object = value.as<ObjectRef>()) return objectToJson(*object, depth);
-    if (const auto* array = value.as<Array>()) return arrayToJson(*array, depth);
+    if (const auto* object = value.as<ObjectRef>()) return objectToJson(*object, around);
+    if (const auto* array = value.as<Array>()) return arrayToJson(*array, around);
     return nullptr; // Empty and Null
 }
 
@@ -135,7 +150,7 @@ Json jsonText(StringView text) {
 }
 
 Json jsonOf(const Variant& value) {
-    return toJson(value, 0);
+    return toJson(value, nullptr);
 }
 
 Variant valueOfJson(std::string_view text) {

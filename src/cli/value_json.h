@@ -10,7 +10,8 @@ using Json = nlohmann::ordered_json;
 
 /// A value as JSON. Booleans are true (whatever bits are set) or false; numbers are numbers; a date is ISO text
 /// ("2024-05-01T12:30:00"); arrays and the items of a collection are lists; Nothing, Empty and Null are null; an object
-/// that is no collection is the name of its class; an error value is "Error" and its number.
+/// that is no collection is the name of its class, and so is a collection inside itself; an error value is "Error" and
+/// its number.
 Json jsonOf(const automation::Variant& value);
 
 /// Text as JSON; unpaired surrogates become U+FFFD.
