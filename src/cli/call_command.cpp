@@ -151,15 +151,15 @@ int runCall(const Output& output, const CallOptions& options) {
     if (path.member.empty())
         throw UsageError("a member is called as " + toUtf8(path.entry->name) + ".MEMBER; \"tarn describe " +
                          toUtf8(path.entry->name) + "\" lists them");
-    Call call;
-    for (const std::string& argument : options.arguments)
-        call.arguments.push_back(argumentValue(argument));
-    if (path.info) call.member = chooseMember(path, call.arguments.size());
-
+    // In front of the call, whose result may be an object that still uses them.
     platform::portable::TerminalMessageBox terminalBox;
     CollectingMessageBox messageBox(options.json ? nullptr : &terminalBox);
     platform::NoApplications applications;
     platform::portable::PortablePlatform platform(messageBox, applications);
+    Call call;
+    for (const std::string& argument : options.arguments)
+        call.arguments.push_back(argumentValue(argument));
+    if (path.info) call.member = chooseMember(path, call.arguments.size());
     perform(call, path, platform);
     call.reports = messageBox.messages();
 

@@ -139,6 +139,9 @@ int runCommandLine(const Output& output, const std::vector<std::string>& words) 
     } catch (const std::bad_alloc&) {
         output.err << "tarn: there is not enough memory for this\n";
         return exit_status::kRaised;
+    } catch (const std::exception& error) {
+        output.err << "tarn: " << oneLine(error.what()) << '\n';
+        return exit_status::kRaised;
     }
 }
 
