@@ -82,6 +82,8 @@ char16_t upper(char16_t c) {
     if (c >= 0x179 && c <= 0x17E) return c % 2 == 0 ? static_cast<char16_t>(c - 1) : c;
     if (c == 0x3AC) return 0x386;
     if (c >= 0x3AD && c <= 0x3AF) return static_cast<char16_t>(c - 37);
+    if (c == 0x3CC) return 0x38C;
+    if (c == 0x3CD || c == 0x3CE) return static_cast<char16_t>(c - 63);
     if (c == 0x3C2) return 0x3A3;
     if (c >= 0x3B1 && c <= 0x3CB) return static_cast<char16_t>(c - 32);
     if (c >= 0x430 && c <= 0x44F) return static_cast<char16_t>(c - 32);
