@@ -28,12 +28,9 @@ constexpr BuiltClass notCreatable() {
 }
 
 constexpr BuiltClass kBuiltClasses[] = {
-    creatable<visio::VisioFunctions>(),
-    creatable<text::StringFunctions>(),
-    creatable<files::FileOperations>(),
-    creatable<files::CommonDlg>(),
-    creatable<settings::UserProfile>(),
-    notCreatable<settings::UserProfileEntries>(),
+    creatable<visio::VisioFunctions>(),         creatable<text::StringFunctions>(),
+    creatable<files::FileOperations>(),         creatable<files::CommonDlg>(),
+    creatable<settings::UserProfile>(),         notCreatable<settings::UserProfileEntries>(),
     notCreatable<settings::UserProfileEntry>(),
 };
 

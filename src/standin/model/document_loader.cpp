@@ -73,8 +73,7 @@ void DocumentLoader::fill(Container& container, const drawing::Contents& content
     try {
         addShapes(container, nullptr, contents.shapes, nullptr);
     } catch (const InheritsTooMuch& inherits) {
-        throw drawing::DrawingError("the drawing", part,
-                                    std::string("has instances that inherit ") + inherits.what + " from masters");
+        throw drawing::DrawingError("the drawing", part, std::string("has instances that ") + inherits.what);
     }
 }
 
@@ -113,7 +112,7 @@ void DocumentLoader::addInherited(ShapeNode& node, std::span<const drawing::Shap
         covered.insert(shape.masterShape);
     for (const ShapeNode* child : node.prototype->children) {
         if (covered.contains(child->id)) continue;
-        if (!DocumentModel::hasRoomFor(*child, node)) throw InheritsTooMuch{"groups that are nested too deeply"};
+        if (!DocumentModel::hasRoomFor(*child, node)) throw InheritsTooMuch{"nest the groups of masters too deeply"};
         model_.inheritChild(node, *child);
     }
 }

@@ -53,7 +53,7 @@ bool DocumentModel::hasRoomFor(const ShapeNode& prototype, const ShapeNode& pare
 }
 
 ShapeNode& DocumentModel::newNode(Container& container, ShapeNode* parent, ShapeKind kind, std::uint32_t id) {
-    if (nodes_.size() >= nodeLimit_) throw InheritsTooMuch{"too many shapes"};
+    if (nodes_.size() >= nodeLimit_) throw InheritsTooMuch{"inherit too many shapes from masters"};
     ShapeNode& node = nodes_.emplace_back();
     node.container = &container;
     node.parent = parent;
