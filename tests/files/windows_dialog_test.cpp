@@ -6,6 +6,7 @@
 #include "support/temporary_folder.h"
 
 #include <fstream>
+#include <functional>
 #include <gmock/gmock.h>
 #include <thread>
 #include <windows.h>
@@ -32,24 +33,30 @@ String classOf(HWND window) {
     return reinterpret_cast<const char16_t*>(name);
 }
 
+// The first window that is accepted, among those that `enumerate` walks; null when nothing does.
+HWND findWindow(auto enumerate, const std::function<bool(HWND)>& accepts) {
+    struct Search {
+        const std::function<bool(HWND)>& accepts;
+        HWND found;
+        static BOOL CALLBACK visit(HWND window, LPARAM parameter) {
+            auto& search = *reinterpret_cast<Search*>(parameter);
+            if (!search.accepts(window)) return TRUE;
+            search.found = window;
+            return FALSE;
+        }
+    } search{accepts, nullptr};
+    enumerate(&Search::visit, reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 // A visible dialog of this process other than `known`; null when there is none yet.
 HWND findDialog(HWND known = nullptr) {
-    struct Search {
-        HWND known, found;
-    } search{known, nullptr};
-    EnumWindows(
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            DWORD process = 0;
-            GetWindowThreadProcessId(window, &process);
-            if (process != GetCurrentProcessId() || window == wanted.known || !IsWindowVisible(window) ||
-                classOf(window) != u"#32770")
-                return TRUE;
-            wanted.found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    return findWindow(&EnumWindows, [=](HWND window) {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        return process == GetCurrentProcessId() && window != known && IsWindowVisible(window) &&
+               classOf(window) == u"#32770";
+    });
 }
 
 HWND waitForDialog(HWND known = nullptr) {
@@ -63,22 +70,11 @@ HWND waitForDialog(HWND known = nullptr) {
 
 // A control of the dialog, at whatever depth, by its class and either of two numbers.
 HWND control(HWND dialog, StringView className, int id, int otherId) {
-    struct Search {
-        StringView className;
-        int id, otherId;
-        HWND found;
-    } search{className, id, otherId, nullptr};
-    EnumChildWindows(
-        dialog,
-        [](HWND window, LPARAM parameter) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(parameter);
-            const int number = GetDlgCtrlID(window);
-            if ((number != wanted.id && number != wanted.otherId) || classOf(window) != wanted.className) return TRUE;
-            wanted.found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    const auto children = [=](WNDENUMPROC visit, LPARAM parameter) { EnumChildWindows(dialog, visit, parameter); };
+    return findWindow(children, [=](HWND window) {
+        const int number = GetDlgCtrlID(window);
+        return (number == id || number == otherId) && classOf(window) == className;
+    });
 }
 
 void press(HWND dialog, int button) {
