@@ -3,6 +3,7 @@
 #include "automation/guid.h"
 #include "automation/type.h"
 
+#include <atomic>
 #include <optional>
 #include <vector>
 
@@ -97,6 +98,9 @@ struct ClassInfo {
     const MemberInfo* findAny(const MemberName& wanted) const;
     /// The member that `access` to `dispid` reaches; null when there is none.
     const MemberInfo* find(std::int32_t dispid, Access access) const;
+
+    /// What the exporter of objects worked out from the table; made once and never freed before the description.
+    mutable std::atomic<const void*> exportTable{nullptr};
 
 private:
     // Open addressing over the names' hashes; a slot holds the first member of a name, members of one name follow

@@ -68,6 +68,16 @@ private:
     std::string utf8_;
 };
 
+/// An argument that does not convert to its parameter, or is missing: the failure and the argument's place, from 0.
+class ArgumentError final : public Error {
+public:
+    ArgumentError(const Error& error, std::size_t index) : Error(error), index_(index) {}
+    std::size_t index() const noexcept { return index_; }
+
+private:
+    std::size_t index_;
+};
+
 /// The text that hosts show for an error number; "Application-defined or object-defined error" for one they do not
 /// know.
 StringView descriptionOf(std::int32_t number);

@@ -18,6 +18,9 @@
 // `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`; objects are `ObjectRef` or `Ref<Class>`.
 
 #include "automation/arguments.h"
+#ifdef _WIN32
+#include "automation/wire.h"
+#endif
 
 #include <array>
 #include <stdexcept>
@@ -58,11 +61,22 @@ template <std::size_t I, class S>
 struct SlotLeaf {
     S slot;
 };
+
+/// The slot of the argument at `index`; a failure says which argument it was.
+template <class S>
+S makeSlot(const ParameterInfo& parameter, std::span<Variant> arguments, std::size_t index) {
+    try {
+        return S(parameter, index < arguments.size() ? &arguments[index] : nullptr);
+    } catch (const Error& error) {
+        throw ArgumentError(error, index);
+    }
+}
+
 template <std::size_t... I, class... S>
 class SlotPack<std::index_sequence<I...>, S...> : SlotLeaf<I, S>... {
 public:
-    SlotPack(const MemberInfo& member, std::span<Variant> arguments)
-        : SlotLeaf<I, S>{S(member.parameters[I], I < arguments.size() ? &arguments[I] : nullptr)}... {}
+    SlotPack([[maybe_unused]] const MemberInfo& member, [[maybe_unused]] std::span<Variant> arguments)
+        : SlotLeaf<I, S>{makeSlot<S>(member.parameters[I], arguments, I)}... {}
 
     template <class F>
     decltype(auto) apply(F&& call) {
@@ -94,6 +108,16 @@ Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> 
     });
 }
 
+/// The entry of a member in the vtable of its class's interface.
+template <auto Member>
+const void* vtableEntryOf([[maybe_unused]] const std::vector<ParameterInfo>& parameters) {
+#ifdef _WIN32
+    return wire::entryOf<Member>(parameters);
+#else
+    return nullptr;
+#endif
+}
+
 template <auto Member>
 MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters,
                       StringView help, Visibility visibility) {
@@ -106,6 +130,7 @@ MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std
         if (!types[i].isArray && parameters[i].isByReference() != Traits::kWritable[i])
             throw std::logic_error(toUtf8(name) + ": direction and C++ type of a parameter do not agree");
     }
+    const void* entry = vtableEntryOf<Member>(parameters);
     return {name,
             dispid,
             kind,
@@ -113,7 +138,9 @@ MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std
             visibility,
             kTypeOf<typename Traits::Result>,
             std::move(parameters),
-            &invokeMember<Member>};
+            &invokeMember<Member>,
+            nullptr,
+            entry};
 }
 
 template <auto Member>
@@ -157,6 +184,7 @@ MemberInfo newEnum() {
                       Visibility::Restricted,
                       kTypeOf<std::unique_ptr<Enumerator>>};
     member.enumerate = &detail::enumerateMember<Member>;
+    member.vtableEntry = detail::vtableEntryOf<Member>({});
     return member;
 }
 

@@ -85,6 +85,10 @@ public:
     template <class... Args>
     void putReference(const MemberName& name, Args&&... args);
 
+    /// What stands for the object in front of COM callers; null when there is none. It belongs to whoever exports the
+    /// object, and is only touched on the object's own thread.
+    void* exported = nullptr;
+
     /// Objects alive in this process; 0 once every reference has gone.
     static std::size_t liveCount() noexcept { return liveCount_.load(); }
 

@@ -91,6 +91,20 @@ enum class PROFILE_STORAGE_METHOD : std::int32_t {
     STORAGE_INI = 2,
 };
 
+// The registry's own header makes macros of these published names.
+#pragma push_macro("HKEY_CLASSES_ROOT")
+#undef HKEY_CLASSES_ROOT
+#pragma push_macro("HKEY_CURRENT_USER")
+#undef HKEY_CURRENT_USER
+#pragma push_macro("HKEY_LOCAL_MACHINE")
+#undef HKEY_LOCAL_MACHINE
+#pragma push_macro("HKEY_USERS")
+#undef HKEY_USERS
+#pragma push_macro("HKEY_CURRENT_CONFIG")
+#undef HKEY_CURRENT_CONFIG
+#pragma push_macro("HKEY_DYN_DATA")
+#undef HKEY_DYN_DATA
+
 /// A root of the registry: the predefined key handle as a signed number.
 enum class REGISTRY_HIVE : std::int32_t {
     HKEY_CLASSES_ROOT = (-2147483647 - 1),
@@ -100,6 +114,13 @@ enum class REGISTRY_HIVE : std::int32_t {
     HKEY_CURRENT_CONFIG = -2147483643,
     HKEY_DYN_DATA = -2147483642,
 };
+
+#pragma pop_macro("HKEY_CLASSES_ROOT")
+#pragma pop_macro("HKEY_CURRENT_USER")
+#pragma pop_macro("HKEY_LOCAL_MACHINE")
+#pragma pop_macro("HKEY_USERS")
+#pragma pop_macro("HKEY_CURRENT_CONFIG")
+#pragma pop_macro("HKEY_DYN_DATA")
 
 /// One of the two captions of a menu item.
 enum class eDualCaptions : std::int32_t {

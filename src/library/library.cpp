@@ -3,6 +3,7 @@
 #include "automation/error.h"
 #include "files/common_dlg.h"
 #include "files/file_operations.h"
+#include "library/enums.h"
 #include "settings/user_profile.h"
 #include "settings/user_profile_entries.h"
 #include "text/string_functions.h"
@@ -32,6 +33,7 @@ constexpr BuiltClass kBuiltClasses[] = {
     creatable<files::FileOperations>(),         creatable<files::CommonDlg>(),
     creatable<settings::UserProfile>(),         notCreatable<settings::UserProfileEntries>(),
     notCreatable<settings::UserProfileEntry>(),
+    {&describeEnums, nullptr},
 };
 
 [[noreturn]] void refuse(StringView name, StringView reason) {

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "automation/object.h"
+#include "com/bridge/com_ptr.h"
+
+/// Our objects as COM callers see them.
+namespace tarncom32::com {
+
+/// What the callers' type information is: a coclass or an interface of the type library. A null pointer where the
+/// library does not have it.
+using FindType = ComPtr<ITypeInfo> (*)(REFGUID guid);
+
+/// Set once, when the server's module is loaded; null where there is no type library.
+inline FindType findType = nullptr;
+
+/// The object's IDispatch, counted; null for Nothing. It is the same pointer as long as anybody holds it, and at the
+/// same time that of the class's own dual interface; for an object from outside it is the object itself.
+IDispatch* exportObject(const automation::ObjectRef& object) noexcept;
+
+/// The object whose face `pointer` is (any of its interfaces); null when it is none that this module exports.
+automation::Object* ownObjectBehind(IUnknown* pointer) noexcept;
+
+} // namespace tarncom32::com

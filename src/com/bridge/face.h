@@ -1,0 +1,12 @@
+#pragma once
+
+#include "automation/wire.h"
+
+#include <array>
+
+namespace tarncom32::com {
+
+/// The first seven entries of every dual interface: IUnknown and IDispatch.
+std::array<const void*, 7> dispatchEntries();
+
+} // namespace tarncom32::com

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "automation/class_info.h"
+#include "automation/error.h"
+#include "com/bridge/com_ptr.h"
+
+/// Failures on their way to COM callers.
+namespace tarncom32::com {
+
+/// The name under which errors of this module appear: that of its type library.
+inline automation::StringView errorSource = u"TarnCom32";
+
+/// The exception in flight as an `Error`.
+automation::Error errorInFlight() noexcept;
+
+/// Makes the error the calling thread's error information (`iid`: of which interface); its HRESULT.
+HRESULT setErrorInfo(const automation::Error& error, const automation::Guid& iid) noexcept;
+
+/// Fills what `IDispatch::Invoke` tells of an error.
+void fillException(EXCEPINFO& exception, const automation::Error& error) noexcept;
+
+inline GUID toGuid(const automation::Guid& guid) noexcept {
+    GUID result{guid.data1, guid.data2, guid.data3, {}};
+    for (std::size_t i = 0; i < guid.data4.size(); ++i)
+        result.Data4[i] = guid.data4[i];
+    return result;
+}
+inline bool equals(REFGUID left, const automation::Guid& right) noexcept {
+    return IsEqualGUID(left, toGuid(right));
+}
+
+} // namespace tarncom32::com

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "automation/object.h"
+#include "automation/variant.h"
+#include "com/bridge/com_ptr.h"
+
+#include <unordered_map>
+
+namespace tarncom32::com {
+
+/// An object from outside. There is one for each COM identity and thread as long as anything holds it, so that two
+/// references to one object compare equal. The DISPIDs of its members are asked for once.
+class ForeignObject final : public automation::Object {
+public:
+    explicit ForeignObject(ComPtr<IUnknown> identity);
+
+    automation::String typeName() const override;
+    /// An argument whose bit is set in `byReference` goes as a reference to a variable of its own type.
+    automation::Variant invoke(const automation::MemberName& name, automation::Access access,
+                               std::span<automation::Variant> arguments, std::uint32_t byReference) override;
+    bool hasMember(const automation::MemberName& name) override;
+    std::unique_ptr<automation::Enumerator> enumerate() override;
+
+    /// The object itself: counted, its late binding where it has one.
+    IDispatch* pointer() const;
+
+protected:
+    ~ForeignObject() override;
+
+private:
+    struct KnownName {
+        automation::String text;
+        DISPID dispid;
+    };
+    HRESULT dispidOf(const automation::MemberName& name, DISPID& dispid);
+
+    ComPtr<IUnknown> identity_;
+    ComPtr<IDispatch> dispatch_;
+    std::unordered_multimap<std::uint32_t, KnownName> names_; ///< by hash
+};
+
+/// The object behind an interface pointer from outside: one of our own when it is the face of one, Nothing for null.
+automation::ObjectRef importObject(IUnknown* pointer);
+
+} // namespace tarncom32::com

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "automation/class_info.h"
+
+#include <windows.h>
+
+#include <atomic>
+
+namespace tarncom32::com {
+
+/// How many COM objects of this module are held from outside, and how often its factories are locked.
+inline std::atomic<std::size_t> outsideCount{0};
+
+/// IUnknown of a small COM object with one interface besides it.
+template <class Interface>
+class Unknown : public Interface {
+public:
+    Unknown() { ++outsideCount; }
+    Unknown(const Unknown&) = delete;
+    Unknown& operator=(const Unknown&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
+        if (!result) return E_POINTER;
+        *result = nullptr;
+        if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, __uuidof(Interface))) return E_NOINTERFACE;
+        *result = static_cast<Interface*>(this);
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+
+protected:
+    virtual ~Unknown() { --outsideCount; }
+
+private:
+    std::atomic<ULONG> references_{1};
+};
+
+} // namespace tarncom32::com

@@ -1,0 +1,106 @@
+#include "com/server/module.h"
+
+#include "automation/error.h"
+#include "com/bridge/exported_object.h"
+#include "com/bridge/failure.h"
+#include "com/bridge/unknown.h"
+#include "com/server/class_factory.h"
+#include "com/server/registration.h"
+#include "com/server/server.h"
+
+#include <olectl.h>
+
+namespace tarncom32::com {
+
+namespace {
+
+HMODULE theModule = nullptr;
+
+/// What the objects' type information is found in.
+ComPtr<ITypeInfo> typeInThisLibrary(REFGUID guid) {
+    ComPtr<ITypeInfo> type;
+    try {
+        loadTypeLibrary()->GetTypeInfoOfGuid(guid, type.put());
+    } catch (const automation::Error&) {
+        return {}; // The caller says that there is none.
+    }
+    return type;
+}
+
+/// Runs the body of an entry point; its failure becomes an HRESULT.
+template <class Body>
+HRESULT entry(Body&& body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return setErrorInfo(errorInFlight(), {});
+    }
+}
+
+Registration registration() {
+    return Registration(thisServer(), modulePath(), loadTypeLibrary());
+}
+
+} // namespace
+
+HMODULE moduleHandle() noexcept {
+    return theModule;
+}
+
+automation::String modulePath() {
+    automation::String path(MAX_PATH, u'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(theModule, reinterpret_cast<wchar_t*>(path.data()), static_cast<DWORD>(path.size()));
+        if (length == 0)
+            throw automation::Error::fromHresult(static_cast<std::int32_t>(HRESULT_FROM_WIN32(GetLastError())));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+ComPtr<ITypeLib> loadTypeLibrary() {
+    ComPtr<ITypeLib> library;
+    const HRESULT result = LoadTypeLibEx(wide(modulePath()), REGKIND_NONE, library.put());
+    if (FAILED(result)) throw automation::Error::fromHresult(static_cast<std::int32_t>(result));
+    return library;
+}
+
+} // namespace tarncom32::com
+
+using namespace tarncom32;
+
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
+    if (reason == DLL_PROCESS_ATTACH) com::theModule = module;
+    return TRUE;
+}
+
+STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result) {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    return com::entry([&] {
+        com::findType = &com::typeInThisLibrary;
+        return com::classObject(com::thisServer(), clsid, iid, result);
+    });
+}
+
+STDAPI DllCanUnloadNow() {
+    return com::outsideCount == 0 && automation::Object::liveCount() == 0 ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+    return com::entry([] {
+        com::registration().add();
+        return S_OK;
+    });
+}
+
+STDAPI DllUnregisterServer() {
+    return com::entry([] {
+        com::registration().remove();
+        return S_OK;
+    });
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "com/bridge/dispatcher.h"
+#include "com/bridge/exported_object.h"
+#include "com/bridge/failure.h"
+#include "com/bridge/unknown.h"
+#include "com/bridge/variants.h"
+#include "com/probe.h"
+
+#include <gtest/gtest.h>
+
+namespace tarncom32::com::testing {
+
+/// What a call through IDispatch gave.
+struct Outcome {
+    HRESULT result = S_OK;
+    Variant value;
+    Error error = Error(0);
+    UINT badArgument = 99;
+    bool sourceIsOurs = false;
+};
+
+inline DISPID idOf(IDispatch* object, const wchar_t* name) {
+    auto* wanted = const_cast<LPOLESTR>(name);
+    DISPID id = DISPID_UNKNOWN;
+    EXPECT_EQ(object->GetIDsOfNames(IID_NULL, &wanted, 1, 0, &id), S_OK) << toUtf8(viewOf(name));
+    return id;
+}
+
+/// Calls with raw arguments, which stand in the order of the wire: last one first.
+inline Outcome invoke(IDispatch* object, DISPID id, WORD flags, std::span<VARIANT> arguments,
+                      std::vector<DISPID> named = {}) {
+    DISPPARAMS parameters{arguments.data(), named.data(), static_cast<UINT>(arguments.size()),
+                          static_cast<UINT>(named.size())};
+    OwnedVariant value;
+    EXCEPINFO exception{};
+    Outcome outcome;
+    outcome.result = object->Invoke(id, IID_NULL, 0, flags, &parameters, &value, &exception, &outcome.badArgument);
+    outcome.value = fromVariant(value);
+    if (outcome.result == DISP_E_EXCEPTION) {
+        outcome.error =
+            Error::fromHresult(static_cast<std::int32_t>(exception.scode), viewOfBstr(exception.bstrDescription));
+        outcome.sourceIsOurs = viewOfBstr(exception.bstrSource) == u"TarnCom32";
+        SysFreeString(exception.bstrSource);
+        SysFreeString(exception.bstrDescription);
+    }
+    return outcome;
+}
+
+/// Calls with values in their published order.
+inline Outcome call(IDispatch* object, const wchar_t* name, std::vector<Variant> values = {},
+                    WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET) {
+    std::vector<OwnedVariant> wire(values.size());
+    std::vector<VARIANT> passed(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::size_t place = values.size() - 1 - i;
+        initVariant(wire[place], std::move(values[i]));
+        passed[place] = wire[place];
+    }
+    std::vector<DISPID> named;
+    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) named.push_back(DISPID_PROPERTYPUT);
+    return invoke(object, idOf(object, name), flags, passed, named);
+}
+
+/// A probe and its face; checks that nothing of either is left over.
+class ComTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        objectsBefore_ = Object::liveCount();
+        probe = make<Probe>();
+        *face.put() = exportObject(probe);
+    }
+    void TearDown() override {
+        face = {};
+        probe = {};
+        EXPECT_EQ(Object::liveCount(), objectsBefore_);
+        EXPECT_EQ(outsideCount, 0u);
+        CoUninitialize();
+    }
+
+    Ref<Probe> probe;
+    ComPtr<IDispatch> face;
+
+private:
+    std::size_t objectsBefore_ = 0;
+};
+
+} // namespace tarncom32::com::testing

@@ -1,0 +1,252 @@
+#include "com/com_fixture.h"
+
+namespace tarncom32::com::testing {
+
+namespace {
+
+class Dispatcher : public ComTest {};
+
+TEST_F(Dispatcher, FindsNamesWithoutRegardToCaseAndParametersByPlace) {
+    LPOLESTR names[] = {const_cast<LPOLESTR>(L"jOIN"), const_cast<LPOLESTR>(L"BTHIRD"), const_cast<LPOLESTR>(L"sFirst"),
+                        const_cast<LPOLESTR>(L"nowhere")};
+    DISPID ids[4]{};
+    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names, 3, 0, ids), S_OK);
+    EXPECT_EQ(ids[0], 14);
+    EXPECT_EQ(ids[1], 2);
+    EXPECT_EQ(ids[2], 0);
+    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names, 4, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(ids[3], DISPID_UNKNOWN);
+    EXPECT_EQ(ids[1], 2) << "the names that are known keep their numbers";
+    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names + 3, 1, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(face->GetIDsOfNames(IID_IUnknown, names, 1, 0, ids), DISP_E_UNKNOWNINTERFACE);
+}
+
+TEST_F(Dispatcher, CarriesEveryType) {
+    const struct {
+        const wchar_t* name;
+        Variant in;
+        Variant out;
+    } cases[] = {
+        {L"EchoText", u"a\u00e4\u4e2d", u"a\u00e4\u4e2d"},
+        {L"EchoText", std::int32_t{7}, u"7"},
+        {L"EchoFlag", Boolean::fromBits(1), Boolean::fromBits(1)},
+        {L"EchoFlag", std::int16_t{7}, Boolean::fromBits(7)},
+        {L"EchoInteger", u"12", std::int16_t{12}},
+        {L"EchoColor", std::int32_t{24}, std::int32_t{24}},
+        {L"EchoDouble", 1.5, 1.5},
+        {L"EchoDate", Date{2.25}, Date{2.25}},
+        {L"EchoCurrency", Currency{12345}, Currency{12345}},
+        {L"EchoVariant", Null{}, Null{}},
+        {L"EchoVariant", Decimal{1, 2, 3, true}, Decimal{1, 2, 3, true}},
+        {L"EchoVariant", ErrorValue{5}, ErrorValue{5}},
+        {L"EchoVariant", OtherInteger{VariantType::LongLong, 1ull << 40},
+         OtherInteger{VariantType::LongLong, 1ull << 40}},
+        {L"EchoVariant", 2.5f, 2.5f},
+        {L"EchoVariant", std::uint8_t{200}, std::uint8_t{200}},
+        {L"EchoVariant", Array(VariantType::Long, -3, 2), Array(VariantType::Long, -3, 2)},
+        {L"EchoVariant", Array(VariantType::Long), Array(VariantType::Long)},
+        {L"EchoObject", probe, probe},
+        {L"EchoObject", ObjectRef(), ObjectRef()},
+        {L"EchoProbe", probe, probe},
+    };
+    for (const auto& c : cases) {
+        const Outcome outcome = call(face.get(), c.name, {c.in});
+        EXPECT_EQ(outcome.result, S_OK) << toUtf8(viewOf(c.name));
+        EXPECT_EQ(outcome.value, c.out) << toUtf8(viewOf(c.name));
+    }
+}
+
+TEST_F(Dispatcher, AnswersWrongCallsAsDocumented) {
+    struct Case {
+        const wchar_t* name;
+        std::vector<Variant> values;
+        WORD flags;
+        HRESULT result;
+        UINT badArgument;
+    };
+    const Case cases[] = {
+        {L"EchoInteger", {}, DISPATCH_METHOD, DISP_E_PARAMNOTOPTIONAL, 99},
+        {L"EchoInteger", {kMissing}, DISPATCH_METHOD, DISP_E_PARAMNOTOPTIONAL, 0},
+        {L"EchoInteger", {1, 2}, DISPATCH_METHOD, DISP_E_BADPARAMCOUNT, 99},
+        {L"EchoInteger", {u"x"}, DISPATCH_METHOD, DISP_E_TYPEMISMATCH, 0},
+        {L"EchoInteger", {70000}, DISPATCH_METHOD, DISP_E_OVERFLOW, 0},
+        {L"DoubleAll", {u"a", u"x", true, u"", ObjectRef()}, DISPATCH_METHOD, DISP_E_TYPEMISMATCH, 3},
+        {L"EchoProbe", {Variant(make<Collection>())}, DISPATCH_METHOD, DISP_E_TYPEMISMATCH, 0},
+        {L"EchoInteger", {1}, DISPATCH_PROPERTYGET, DISP_E_MEMBERNOTFOUND, 99},
+        {L"Name", {}, DISPATCH_METHOD, DISP_E_MEMBERNOTFOUND, 99},
+        {L"Items", {ObjectRef()}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
+        {L"Name", {u"a", u"b"}, DISPATCH_PROPERTYPUT, DISP_E_BADPARAMCOUNT, 99},
+    };
+    for (const Case& c : cases) {
+        Outcome outcome = call(face.get(), c.name, c.values, c.flags);
+        EXPECT_EQ(outcome.result, c.result) << toUtf8(viewOf(c.name));
+        EXPECT_EQ(outcome.badArgument, c.badArgument) << toUtf8(viewOf(c.name));
+    }
+    VARIANT strange{};
+    strange.vt = 77;
+    EXPECT_EQ(invoke(face.get(), 8, DISPATCH_METHOD, {&strange, 1}).result, DISP_E_BADVARTYPE);
+    SAFEARRAYBOUND bounds[2] = {{2, 0}, {2, 0}};
+    OwnedVariant grid;
+    grid.vt = VT_ARRAY | VT_VARIANT;
+    grid.parray = SafeArrayCreate(VT_VARIANT, 2, bounds);
+    EXPECT_EQ(invoke(face.get(), 13, DISPATCH_METHOD, std::span<VARIANT>(static_cast<VARIANT*>(&grid), 1)).result,
+              DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(invoke(face.get(), 12345, DISPATCH_METHOD, {}).result, DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(invoke(face.get(), 1, 0, {}).result, E_INVALIDARG);
+    EXPECT_EQ(face->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_POINTER);
+}
+
+TEST_F(Dispatcher, TakesNamedAndOmittedArguments) {
+    VARIANT values[2]{};
+    values[0].vt = VT_BOOL; // bThird := False
+    OwnedText text(SysAllocString(L"one"));
+    values[1].vt = VT_BSTR;
+    values[1].bstrVal = text.get();
+    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {2}).value, Variant(u"one?"));
+    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {2, 0}).value, Variant(u"one?"));
+    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {0}).result, DISP_E_BADPARAMCOUNT) << "given twice";
+    const Outcome unknown = invoke(face.get(), 14, DISPATCH_METHOD, values, {9});
+    EXPECT_EQ(unknown.result, DISP_E_PARAMNOTFOUND);
+    EXPECT_EQ(unknown.badArgument, 0u);
+    EXPECT_EQ(call(face.get(), L"Join", {u"one"}).value, Variant(u"one!"));
+    EXPECT_EQ(call(face.get(), L"Join", {u"one", kMissing, kMissing}).value, Variant(u"one!"));
+    EXPECT_EQ(call(face.get(), L"Join", {u"one", u"two"}).value, Variant(u"one,two!"));
+}
+
+TEST_F(Dispatcher, WritesEveryKindOfReferenceBack) {
+    // As typed variables, and as the variants in which scripts pass theirs; also when the member fails in the end.
+    for (const bool asVariants : {false, true}) {
+        for (const long start : {4L, -4L}) {
+            BSTR text = SysAllocString(L"ab");
+            long number = start;
+            VARIANT_BOOL flag = 1;
+            IDispatch* object = nullptr;
+            OwnedVariant inner[5];
+            VARIANT values[5]{};
+            const auto refer = [&](int place, VARTYPE type, void* variable, std::size_t size) {
+                if (asVariants && type != VT_VARIANT) {
+                    inner[place].vt = type;
+                    memcpy(&inner[place].llVal, variable, size);
+                    values[place].vt = VT_BYREF | VT_VARIANT;
+                    values[place].byref = &inner[place];
+                } else {
+                    values[place].vt = static_cast<VARTYPE>(VT_BYREF | type);
+                    values[place].byref = variable;
+                }
+            };
+            refer(4, VT_BSTR, &text, sizeof text);
+            refer(3, VT_I4, &number, sizeof number);
+            refer(2, VT_BOOL, &flag, sizeof flag);
+            refer(1, VT_VARIANT, &inner[1], 0);
+            refer(0, VT_DISPATCH, &object, sizeof object);
+            const Outcome outcome = invoke(face.get(), 11, DISPATCH_METHOD, values);
+            EXPECT_EQ(outcome.result, start < 0 ? DISP_E_EXCEPTION : S_OK);
+            EXPECT_EQ(fromVariant(values[4]), Variant(u"abab"));
+            EXPECT_EQ(fromVariant(values[3]), Variant(static_cast<std::int32_t>(start * 2)));
+            EXPECT_EQ(fromVariant(values[2]), Variant(Boolean::fromBits(2)));
+            EXPECT_EQ(fromVariant(values[1]), Variant(u"was empty"));
+            EXPECT_EQ(fromVariant(values[0]), Variant(probe));
+            if (!asVariants) {
+                SysFreeString(text);
+                object->Release();
+            }
+        }
+    }
+}
+
+TEST_F(Dispatcher, FillsArraysWhereTheyStand) {
+    SAFEARRAYBOUND bound{3, 5};
+    SAFEARRAY* array = SafeArrayCreate(VT_BSTR, 1, &bound);
+    const wchar_t* texts[] = {L"a", L"b", L"c"};
+    for (LONG i = 5; i < 8; ++i) {
+        const OwnedText text(SysAllocString(texts[i - 5]));
+        SafeArrayPutElement(array, &i, text.get());
+    }
+    SAFEARRAY* before = array;
+    VARIANT value{};
+    value.vt = VT_BYREF | VT_ARRAY | VT_BSTR;
+    value.pparray = &array;
+    EXPECT_EQ(invoke(face.get(), 12, DISPATCH_METHOD, {&value, 1}).result, S_OK);
+    EXPECT_EQ(array, before);
+    EXPECT_EQ(fromSafeArray(array, VariantType::String), Array(VariantType::String, 5, {u"c", u"b", u"a"}));
+    SafeArrayDestroy(std::exchange(array, nullptr));
+
+    EXPECT_EQ(invoke(face.get(), 12, DISPATCH_METHOD, {&value, 1}).result, S_OK);
+    EXPECT_EQ(fromSafeArray(array, VariantType::String), Array(VariantType::String, 1, {u"end"})) << "had no bounds";
+    SafeArrayDestroy(array);
+
+    // A script's variable gets what scripts can index.
+    OwnedVariant variable;
+    value.vt = VT_BYREF | VT_VARIANT;
+    value.pvarVal = &variable;
+    EXPECT_EQ(invoke(face.get(), 12, DISPATCH_METHOD, {&value, 1}).result, S_OK);
+    EXPECT_EQ(variable.vt, VT_ARRAY | VT_VARIANT);
+}
+
+TEST_F(Dispatcher, ReachesDefaultMembersAndProperties) {
+    probe->items_->add(u"x", u"key");
+    probe->items_->add(u"y");
+    EXPECT_EQ(call(face.get(), L"Item", {1}).value, Variant(u"x"));
+    VARIANT index{};
+    index.vt = VT_I4;
+    index.lVal = 2;
+    EXPECT_EQ(invoke(face.get(), DISPID_VALUE, DISPATCH_PROPERTYGET, {&index, 1}).value, Variant(u"y"));
+    EXPECT_EQ(call(face.get(), L"Items", {u"KEY"}).value, Variant(u"x")) << "the default member of what it gives";
+
+    EXPECT_EQ(call(face.get(), L"Name", {u"new"}, DISPATCH_PROPERTYPUT).result, S_OK);
+    EXPECT_EQ(call(face.get(), L"Name").value, Variant(u"new"));
+    for (const int flags :
+         {DISPATCH_PROPERTYPUTREF, DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF}) {
+        probe->setOwner({});
+        EXPECT_EQ(call(face.get(), L"Owner", {probe->items_}, static_cast<WORD>(flags)).result, S_OK);
+        EXPECT_EQ(probe->owner(), ObjectRef(probe->items_));
+    }
+}
+
+TEST_F(Dispatcher, TellsFailuresWithNumberDescriptionAndSource) {
+    const Outcome outcome = call(face.get(), L"Fail", {457});
+    EXPECT_EQ(outcome.result, DISP_E_EXCEPTION);
+    EXPECT_EQ(outcome.error.number(), 457);
+    EXPECT_EQ(outcome.error.description(), descriptionOf(457));
+    EXPECT_TRUE(outcome.sourceIsOurs);
+    const Outcome foreign = call(face.get(), L"Fail", {static_cast<std::int32_t>(0x86DB0ABC)});
+    EXPECT_EQ(foreign.error.number(), static_cast<std::int32_t>(0x86DB0ABC)) << "an HRESULT passes unchanged";
+    VARIANT number{};
+    number.vt = VT_I4;
+    number.lVal = 5;
+    DISPPARAMS parameters{&number, nullptr, 1, 0};
+    EXPECT_EQ(face->Invoke(18, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+              static_cast<HRESULT>(0x800A0005));
+}
+
+TEST_F(Dispatcher, WalksTheItems) {
+    probe->items_->add(u"x");
+    probe->items_->add(u"y");
+    OwnedVariant value;
+    DISPPARAMS none{};
+    for (const int flags : {DISPATCH_METHOD, DISPATCH_PROPERTYGET}) {
+        VariantClear(&value);
+        ASSERT_EQ(face->Invoke(DISPID_NEWENUM, IID_NULL, 0, static_cast<WORD>(flags), &none, &value, nullptr, nullptr),
+                  S_OK);
+    }
+    const auto walk = query<IEnumVARIANT>(value.punkVal, IID_IEnumVARIANT);
+    ASSERT_TRUE(walk);
+    OwnedVariant items[3];
+    ULONG fetched = 77;
+    EXPECT_EQ(walk->Next(3, items, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 2u);
+    EXPECT_EQ(fromVariant(items[1]), Variant(u"y"));
+    EXPECT_EQ(walk->Next(1, items, nullptr), S_FALSE);
+    EXPECT_EQ(walk->Reset(), S_OK);
+    EXPECT_EQ(walk->Skip(1), S_OK);
+    ComPtr<IEnumVARIANT> copy;
+    EXPECT_EQ(walk->Clone(copy.put()), S_OK);
+    OwnedVariant item;
+    EXPECT_EQ(copy->Next(1, &item, nullptr), S_OK);
+    EXPECT_EQ(fromVariant(item), Variant(u"y"));
+    EXPECT_EQ(walk->Skip(2), S_FALSE);
+}
+
+} // namespace
+
+} // namespace tarncom32::com::testing

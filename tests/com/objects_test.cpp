@@ -1,0 +1,184 @@
+#include "com/bridge/foreign_object.h"
+#include "com/com_fixture.h"
+
+#include <dispex.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+namespace tarncom32::com::testing {
+
+namespace {
+
+/// An object from outside. It counts how often it was asked for a name, and can stand in for an event sink.
+class Foreign final : public Unknown<IDispatch> {
+public:
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+        ++lookups;
+        const StringView name = viewOf(names[0]);
+        ids[0] = equalsIgnoreCase(name, u"Value") ? 1 : equalsIgnoreCase(name, u"Fail") ? 2 : DISPID_UNKNOWN;
+        return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                                     EXCEPINFO* exception, UINT*) override {
+        lastFlags = flags;
+        lastArguments.clear();
+        for (UINT i = parameters->cArgs; i-- > 0;)
+            lastArguments.push_back(fromVariant(parameters->rgvarg[i]));
+        if (id == 2) {
+            exception->scode = static_cast<SCODE>(0x86DB0001);
+            exception->bstrDescription = SysAllocString(L"of its own");
+            return DISP_E_EXCEPTION;
+        }
+        for (UINT i = 0; i < parameters->cArgs; ++i)
+            if (parameters->rgvarg[i].vt & VT_BYREF) assignVariant(parameters->rgvarg[i], Variant(answer));
+        if (result) initVariant(*result, Variant(std::int32_t{42}));
+        return failAsSink ? E_FAIL : S_OK;
+    }
+
+    int lookups = 0;
+    WORD lastFlags = 0;
+    std::vector<Variant> lastArguments;
+    Variant answer = Boolean(true);
+    bool failAsSink = false;
+};
+
+class Objects : public ComTest {
+protected:
+    void SetUp() override {
+        ComTest::SetUp();
+        *holder.put() = foreign = new Foreign;
+    }
+    void TearDown() override {
+        holder = {};
+        ComTest::TearDown();
+    }
+    Foreign* foreign = nullptr;
+    ComPtr<IDispatch> holder;
+};
+
+TEST_F(Objects, KeepTheirIdentityOnTheWayThereAndBack) {
+    const ObjectRef first = importObject(holder.get());
+    EXPECT_EQ(importObject(holder.get()), first);
+    ComPtr<IDispatch> back;
+    *back.put() = exportObject(first);
+    EXPECT_EQ(back.get(), holder.get());
+
+    EXPECT_EQ(importObject(face.get()), ObjectRef(probe)) << "our own come back as themselves";
+    *back.put() = exportObject(probe);
+    EXPECT_EQ(back.get(), face.get());
+    const Outcome outcome = call(face.get(), L"EchoObject", {first});
+    EXPECT_EQ(outcome.value, Variant(first));
+}
+
+TEST_F(Objects, LookUpEachNameOnce) {
+    const ObjectRef object = importObject(holder.get());
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(object->get(u"Value"), Variant(std::int32_t{42}));
+        EXPECT_EQ(object->call(u"VALUE", 1, u"two"), Variant(std::int32_t{42}));
+    }
+    EXPECT_EQ(foreign->lookups, 1);
+    EXPECT_EQ(foreign->lastArguments, (std::vector<Variant>{1, u"two"}));
+    object->put(u"Value", 5);
+    EXPECT_EQ(foreign->lastFlags, DISPATCH_PROPERTYPUT);
+    object->putReference(u"Value", probe);
+    EXPECT_EQ(foreign->lastFlags, DISPATCH_PROPERTYPUTREF);
+    EXPECT_EQ(foreign->lastArguments, std::vector<Variant>{probe});
+    EXPECT_TRUE(object->hasMember(u"Value"));
+    EXPECT_FALSE(object->hasMember(u"Other"));
+}
+
+TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {
+    const ObjectRef object = importObject(holder.get());
+    Variant arguments[] = {Boolean(false), Boolean(false)};
+    object->invoke(MemberName(u"Value"), Access::Method, arguments, 0b10);
+    EXPECT_EQ(arguments[0], Variant(Boolean(false)));
+    EXPECT_EQ(arguments[1], Variant(Boolean(true)));
+    try {
+        object->call(u"Fail");
+        ADD_FAILURE() << "it raised nothing";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), static_cast<std::int32_t>(0x86DB0001));
+        EXPECT_EQ(error.description(), u"of its own");
+    }
+    try {
+        object->call(u"Other");
+        ADD_FAILURE() << "it raised nothing";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), errors::NoSuchMember);
+    }
+    EXPECT_THROW(object->enumerate(), Error);
+}
+
+TEST_F(Objects, HaveTheInterfacesTheyShouldAndNoOthers) {
+    EXPECT_TRUE(query<IUnknown>(face.get(), toGuid(Probe::describe().iid)));
+    EXPECT_TRUE(query<IProvideClassInfo2>(face.get(), IID_IProvideClassInfo2));
+    const auto support = query<ISupportErrorInfo>(face.get(), IID_ISupportErrorInfo);
+    ASSERT_TRUE(support);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(toGuid(Probe::describe().iid)), S_OK);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IConnectionPoint), S_FALSE);
+    for (const GUID& iid :
+         {__uuidof(IDispatchEx), toGuid("cb5bdc81-93c1-11cf-8f20-00805f2cd064"_guid /* IObjectSafety */),
+          IID_IObjectWithSite, IID_IPersist, IID_IMarshal})
+        EXPECT_FALSE(query<IUnknown>(face.get(), iid));
+    // Every interface is a face of one object.
+    const auto identity = query<IUnknown>(face.get(), IID_IUnknown);
+    EXPECT_EQ(query<IUnknown>(support.get(), IID_IUnknown).get(), identity.get());
+    EXPECT_EQ(query<IDispatch>(support.get(), IID_IDispatch).get(), face.get());
+    ComPtr<IDispatch> collection;
+    *collection.put() = exportObject(make<Collection>());
+    EXPECT_FALSE(query<IUnknown>(collection.get(), IID_IConnectionPointContainer)) << "it raises no events";
+}
+
+TEST_F(Objects, RaiseEventsThroughTheirConnectionPoint) {
+    const auto container = query<IConnectionPointContainer>(face.get(), IID_IConnectionPointContainer);
+    ASSERT_TRUE(container);
+    ComPtr<IConnectionPoint> point;
+    EXPECT_EQ(container->FindConnectionPoint(IID_IDispatch, point.put()), CONNECT_E_NOCONNECTION);
+    ASSERT_EQ(container->FindConnectionPoint(toGuid(Probe::describe().sourceIid), point.put()), S_OK);
+    IID iid{};
+    EXPECT_EQ(point->GetConnectionInterface(&iid), S_OK);
+    EXPECT_TRUE(equals(iid, Probe::describe().sourceIid));
+
+    auto* deaf = new Foreign;
+    ComPtr<IDispatch> second;
+    *second.put() = deaf;
+    deaf->failAsSink = true;
+    DWORD cookies[2] = {0, 0};
+    EXPECT_EQ(point->Advise(second.get(), &cookies[0]), S_OK);
+    EXPECT_EQ(point->Advise(holder.get(), &cookies[1]), S_OK);
+    EXPECT_EQ(point->Advise(nullptr, &cookies[1]), E_POINTER);
+    deaf->answer = Boolean(false);
+    EXPECT_EQ(call(face.get(), L"Ask", {u"really"}).value, Variant(Boolean(true)));
+    EXPECT_EQ(deaf->lastArguments.size(), 2u) << "a sink that fails does not keep the event from the next";
+    EXPECT_EQ(foreign->lastArguments, (std::vector<Variant>{u"really", Boolean(false)}));
+
+    ComPtr<IEnumConnections> connections;
+    ASSERT_EQ(point->EnumConnections(connections.put()), S_OK);
+    CONNECTDATA found[3]{};
+    ULONG fetched = 0;
+    EXPECT_EQ(connections->Next(3, found, &fetched), S_FALSE);
+    ASSERT_EQ(fetched, 2u);
+    EXPECT_EQ(found[1].pUnk, holder.get());
+    EXPECT_EQ(found[1].dwCookie, cookies[1]);
+    found[0].pUnk->Release();
+    found[1].pUnk->Release();
+    ComPtr<IEnumConnectionPoints> points;
+    ASSERT_EQ(container->EnumConnectionPoints(points.put()), S_OK);
+    ComPtr<IConnectionPoint> same;
+    EXPECT_EQ(points->Next(1, same.put(), nullptr), S_OK);
+    EXPECT_EQ(points->Skip(1), S_FALSE);
+
+    for (const DWORD cookie : cookies)
+        EXPECT_EQ(point->Unadvise(cookie), S_OK);
+    EXPECT_EQ(point->Unadvise(cookies[0]), CONNECT_E_NOCONNECTION);
+    EXPECT_EQ(call(face.get(), L"Ask", {u"really"}).value, Variant(Boolean(false))) << "nobody listens any more";
+}
+
+} // namespace
+
+} // namespace tarncom32::com::testing

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "automation/collection.h"
+#include "automation/events.h"
+#include "frame/enumerations.h"
+
+namespace tarncom32::com::testing {
+
+using namespace tarncom32::automation;
+
+/// A class with a member for every way in which a value can cross, and with events.
+class Probe final : public Described<Probe> {
+public:
+    static constexpr StringView kClassName = u"Probe";
+    static const ClassInfo& describe();
+
+    String echoText(StringView text) { return String(text); }
+    Boolean echoFlag(Boolean flag) { return flag; }
+    std::int16_t echoInteger(std::int16_t number) { return number; }
+    frame::eCOLORS echoColor(frame::eCOLORS color) { return color; }
+    double echoDouble(double number) { return number; }
+    Date echoDate(Date date) { return date; }
+    Currency echoCurrency(Currency currency) { return currency; }
+    Variant echoVariant(const Variant& value) { return value; }
+    ObjectRef echoObject(const ObjectRef& object) { return object; }
+    Ref<Probe> echoProbe(const Ref<Probe>& probe) { return probe; }
+
+    /// Doubles each argument, then fails if the number was negative.
+    void doubleAll(String& text, std::int32_t& number, Boolean& flag, Variant& value, ObjectRef& object);
+    /// Turns the order of the elements round and appends the text "end" when the array has no bounds.
+    void reverse(StringArray texts);
+    std::int32_t sizeOf(VariantArray values) { return static_cast<std::int32_t>(values->size()); }
+
+    /// "first,second", whatever is left out being the default.
+    String join(StringView first, const Variant& second, Boolean third);
+
+    Variant item(const Variant& index) { return items_->item(index); }
+    std::unique_ptr<Enumerator> newEnum() { return items_->newEnum(); }
+    ObjectRef items() { return items_; }
+    String name() { return name_; }
+    void setName(StringView name) { name_ = name; }
+    ObjectRef owner() { return owner_; }
+    void setOwner(const ObjectRef& owner) { owner_ = owner; }
+    void fail(std::int32_t number) { throw Error(number); }
+    /// Raises `Asked`; what the listeners made of the flag.
+    Boolean ask(StringView text);
+
+    EventSource* events() override { return &events_; }
+
+    Ref<Collection> items_ = make<Collection>();
+
+private:
+    EventSource events_;
+    String name_ = u"probe";
+    ObjectRef owner_;
+};
+
+} // namespace tarncom32::com::testing

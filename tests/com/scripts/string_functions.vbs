@@ -1,0 +1,72 @@
+' Every member of StringFunctions, called by a script.
+Option Explicit
+
+Dim failures : failures = 0
+Sub Check(what, actual, expected)
+    If VarType(actual) = VarType(expected) Then If actual = expected Then Exit Sub
+    failures = failures + 1
+    WScript.Echo what & " gave " & actual & " (" & TypeName(actual) & "), not " & expected
+End Sub
+
+Dim s, a, text, c, item, joined
+Set s = WScript.CreateObject("TarnCom32.StringFunctions")
+
+Check "RemoveStringFromCommaDelimitedList", s.RemoveStringFromCommaDelimitedList("b", "a,b,c"), "a,,c"
+Check "NumberOfSubStringsInSourceString", s.NumberOfSubStringsInSourceString("a,b,c", ","), CLng(2)
+Check "NumberOfElementsInDelimitedString", s.NumberOfElementsInDelimitedString("a,b,c", ","), CLng(3)
+s.SplitStringAtDelimiters "a,b,c", ",", a, -1
+Check "SplitStringAtDelimiters", Join(a, "|"), "a|b|c"
+Check "IsBlank", s.IsBlank(Empty), True
+Check "IsBlank of an object variable", s.IsBlank(Nothing), True
+Check "IsBlank of a text", s.IsBlank("x"), False
+Check "ReturnStringBeforeDelimiter", s.ReturnStringBeforeDelimiter("a,b", ","), "a"
+Check "RemoveIDFromListWithDelimiter", s.RemoveIDFromListWithDelimiter("1;2;3;2", 2, ";"), "1;3;"
+Check "ReturnStringAfterDelimiter", s.ReturnStringAfterDelimiter("a,b", ","), "b"
+Check "CleanDate", s.CleanDate(" 1\2_3 "), "123"
+Check "StringReturnBetween", s.StringReturnBetween("a<b>c", "<", ">"), "b"
+text = "bab"
+Check "NumberOfExactMatchesRemovedFromString", s.NumberOfExactMatchesRemovedFromString(text, "b"), CInt(2)
+Check "its source when there are matches", text, "bab"
+text = "aaa"
+Check "NumberOfExactMatchesRemovedFromString, none", s.NumberOfExactMatchesRemovedFromString(text, "b"), CInt(-1)
+Check "CheckForNameInList", s.CheckForNameInList("B", Array("a", "b"), True), True
+Check "CheckForNameInList by case", s.CheckForNameInList("B", Array("a", "b"), False), False
+Check "CheckForNameInList with a flag of 1", s.CheckForNameInList("B", Array("a", "b"), 1), False
+Check "ReturnStringAfterLastDelimiter", s.ReturnStringAfterLastDelimiter("a,b,c", ","), "c"
+Check "ReturnStringBeforeLastDelimiter", s.ReturnStringBeforeLastDelimiter("a,b,c", ","), "a,b"
+Check "ReverseString", s.ReverseString("abc"), "cba"
+Check "ReturnStringBeforeNthDelimiter", s.ReturnStringBeforeNthDelimiter("a,b,c", ",", 2), "a,b,"
+Check "ReturnStringAfterNthDelimiter", s.ReturnStringAfterNthDelimiter("a,b,c", ",", 2), ",c"
+Check "ReplaceValueInStream", s.ReplaceValueInStream("a,b,c", ",", "X", 1), "a,X,c"
+
+Set c = s.CreateCollectionFromString("one!1;two!2")
+Check "CreateCollectionFromString", c.Count, CLng(2)
+Check "its default member", c("two"), "2"
+Check "StringExistsInCollection", s.StringExistsInCollection("TWO", c), True
+joined = ""
+For Each item In c
+    joined = joined & item & " "
+Next
+Check "For Each", joined, "1 2 "
+
+On Error Resume Next
+c.Add "3", "one"
+Check "a key that comes twice", Err.Number, CLng(457)
+Check "its description", Err.Description, "This key is already associated with an element of this collection"
+Check "its source", Err.Source, "TarnCom32"
+Err.Clear
+text = s.ReplaceValueInStream("a", ",", "X", 5)
+Check "a stream that ends too early", Err.Number, CLng(5)
+Err.Clear
+text = s.RemoveIDFromListWithDelimiter("x;", 2, ";")
+Check "a list of no numbers", Err.Number, CLng(13)
+Err.Clear
+text = s.ReverseString("a", "b")
+Check "too many arguments", Err.Number, CLng(450)
+Err.Clear
+s.NoSuchMember
+Check "no such member", Err.Number, CLng(438)
+Err.Clear
+On Error GoTo 0
+
+If failures = 0 Then WScript.Echo "all checks passed"
