@@ -15,7 +15,7 @@ Check "RemoveStringFromCommaDelimitedList", s.RemoveStringFromCommaDelimitedList
 Check "NumberOfSubStringsInSourceString", s.NumberOfSubStringsInSourceString("a,b,c", ","), CLng(2)
 Check "NumberOfElementsInDelimitedString", s.NumberOfElementsInDelimitedString("a,b,c", ","), CLng(3)
 s.SplitStringAtDelimiters "a,b,c", ",", a, -1
-Check "SplitStringAtDelimiters", Join(a, "|"), "a|b|c"
+Check "SplitStringAtDelimiters", a(0) & "|" & a(1) & "|" & a(2) & "|" & UBound(a), "a|b|c|2"
 Check "IsBlank", s.IsBlank(Empty), True
 Check "IsBlank of an object variable", s.IsBlank(Nothing), True
 Check "IsBlank of a text", s.IsBlank("x"), False

