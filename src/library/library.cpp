@@ -32,8 +32,7 @@ constexpr BuiltClass kBuiltClasses[] = {
     creatable<visio::VisioFunctions>(),         creatable<text::StringFunctions>(),
     creatable<files::FileOperations>(),         creatable<files::CommonDlg>(),
     creatable<settings::UserProfile>(),         notCreatable<settings::UserProfileEntries>(),
-    notCreatable<settings::UserProfileEntry>(),
-    {&describeEnums, nullptr},
+    notCreatable<settings::UserProfileEntry>(), {&describeEnums, nullptr},
 };
 
 [[noreturn]] void refuse(StringView name, StringView reason) {
