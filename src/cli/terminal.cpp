@@ -100,8 +100,13 @@ std::string padded(std::string_view text, int columns) {
 std::string oneLine(std::string_view text) {
     std::string line;
     line.reserve(text.size());
-    for (const char c : text) {
-        const bool control = static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        // U+0080 to U+009F are two bytes; terminals obey them as they do escape sequences.
+        const bool upper =
+            c == '\xC2' && i + 1 < text.size() && (static_cast<unsigned char>(text[i + 1]) & 0xE0) == 0x80;
+        const bool control = upper || static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+        if (upper) ++i;
         if (control && line.ends_with(' ')) continue; // "\r\n" is one blank
         line += control ? ' ' : c;
     }

@@ -38,7 +38,7 @@ int columnsOf(std::string_view text);
 /// `text` followed by blanks up to `columns` columns.
 std::string padded(std::string_view text, int columns);
 
-/// `text` on one line: each line end and other control character is a blank.
+/// UTF-8 `text` on one line: each line end and other control character is a blank.
 std::string oneLine(std::string_view text);
 
 /// What somebody wrote, for a message: in quotes, on one line, in well-formed UTF-8, its end left out where it is long.

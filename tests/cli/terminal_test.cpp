@@ -40,5 +40,10 @@ TEST(Terminal, AlignsByColumns) {
     EXPECT_EQ(cli::padded("long", 2), "long");
 }
 
+TEST(Terminal, IsNotCommandedByTheNamesInADrawing) {
+    EXPECT_EQ(cli::oneLine("a\r\nb\x1b[2J\u009B2J\x7F\u00A0"), "a b [2J 2J \u00A0");
+    EXPECT_EQ(cli::oneLine("\xC2"), "\xC2");
+}
+
 } // namespace
 } // namespace tarncom32::tests
