@@ -9,6 +9,8 @@
 namespace tarncom32::files {
 namespace {
 
+using std::string_literals::operator""s;
+
 using automation::Error;
 using automation::toText;
 using automation::Variant;
@@ -97,8 +99,8 @@ TEST_F(CommonDlgTest, PassesTheFieldsToTheDialog) {
     EXPECT_TRUE(files_.saved);
     ASSERT_EQ(files_.requests.size(), 1U);
     const platform::FileDialogRequest& request = files_.requests[0];
-    EXPECT_EQ(request.filter, String(u"Drawings (*.vsd)\0*.vsd\0All files (*.*)\0*.*\0", 43));
-    EXPECT_EQ(request.file, String(u"Plan.vsd\0          ", 19));
+    EXPECT_EQ(request.filter, u"Drawings (*.vsd)\0*.vsd\0All files (*.*)\0*.*\0"s);
+    EXPECT_EQ(request.file, u"Plan.vsd\0          "s);
     EXPECT_EQ(request.fileSize, 20);
     EXPECT_EQ(request.title, u"Title");
     EXPECT_EQ(request.initialFolder, u"C:\\Drawings");
@@ -165,7 +167,7 @@ TEST_F(CommonDlgTest, TellsCancelledFromFailed) {
         EXPECT_EQ(dialog_->fileName, u"Plan.vsd");
         EXPECT_EQ(dialog_->filterIndex, 0);
     }
-    files_.answer = {true, 0, String(u"C:\\new.vsd\0   ", 14), 2};
+    files_.answer = {true, 0, u"C:\\new.vsd\0   "s, 2};
     EXPECT_EQ(raised(), 0);
     EXPECT_EQ(dialog_->fileName, u"C:\\new.vsd");
     EXPECT_EQ(dialog_->filterIndex, 2);

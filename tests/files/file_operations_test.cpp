@@ -9,6 +9,8 @@
 namespace tarncom32::files {
 namespace {
 
+using std::string_literals::operator""s;
+
 using automation::Array;
 using automation::Error;
 using automation::Null;
@@ -51,7 +53,7 @@ TEST_F(FileOperationsTest, AMissingFileIsReadOnlyAndNotOpen) {
 
 TEST_F(FileOperationsTest, TrimsAFoldersPathLikeItsBuffer) {
     using frame::SystemFolder;
-    files_.specialFolder = String(u"  C:\\Documents \0 C:\\rest", 24);
+    files_.specialFolder = u"  C:\\Documents \0 C:\\rest"s;
     EXPECT_EQ(operations_->findSystemFolder(SystemFolder::My_Documents), u"C:\\Documents");
     EXPECT_EQ(operations_->findSystemFolder(static_cast<SystemFolder>(12345)), u"");
 }

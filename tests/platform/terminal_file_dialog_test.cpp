@@ -9,6 +9,8 @@
 namespace tarncom32::platform::portable {
 namespace {
 
+using std::string_literals::operator""s;
+
 using automation::String;
 using automation::StringView;
 using testing::HasSubstr;
@@ -54,7 +56,7 @@ protected:
             std::filesystem::create_directories((folder_.path() / name).parent_path());
             std::ofstream(folder_.path() / name) << "x";
         }
-        request_.filter = String(u"All files (*.*)\0*.*\0Drawings (*.vsd)\0*.vsd\0\0", 47);
+        request_.filter = u"All files (*.*)\0*.*\0Drawings (*.vsd)\0*.vsd\0\0"s;
         request_.filterIndex = 2;
         request_.initialFolder = drives_.toAutomation(folder_.path());
         request_.fileSize = 260;
@@ -84,7 +86,7 @@ protected:
 
 TEST_F(TerminalFileDialogTest, ShowsWhatThereIsToChooseFrom) {
     request_.title = u"Open a drawing";
-    request_.file = String(u"Plan.vsd\0     ", 14);
+    request_.file = u"Plan.vsd\0     "s;
     EXPECT_EQ(choose("\n"), "Plan.vsd");
     EXPECT_EQ(printed_,
               "== Open a drawing ==\n"
