@@ -35,7 +35,8 @@ struct Call {
     std::vector<Variant> arguments{};   ///< in the order of the parameters; afterwards what the member left in them
     Variant result{};
     std::optional<Error> error{};
-    std::vector<std::string> reports{}; ///< messages that were shown
+    std::optional<std::size_t> refused{}; ///< the argument that did not convert, or is missing
+    std::vector<std::string> reports{};   ///< messages that were shown
 };
 
 /// The accessor that is meant: the one that is called or read where it takes as many arguments, else one that assigns.
@@ -98,7 +99,11 @@ void perform(Call& call, const MemberPath& path, platform::Platform& platform) {
             call.result = object->invoke(automation::MemberName(path.member), accessOf(*call.member), call.arguments,
                                          byReferenceBits(call.member->parameters));
         },
-        [&](const Error& error) { call.error = error; });
+        [&](const Error& error) {
+            call.error = error;
+            if (const auto* argument = dynamic_cast<const automation::ArgumentError*>(&error))
+                call.refused = argument->index();
+        });
 }
 
 /// Calls `visit(name, value)` for each by-reference parameter.
@@ -132,11 +137,19 @@ void printCall(const Output& output, const Call& call) {
     });
 }
 
-/// "; StringFunctions.ReverseString takes sText" where the arguments are too many or too few.
-std::string argumentsHint(const Call& call, const MemberPath& path) {
+/// "; StringFunctions.ReverseString takes sText" where the arguments are too many or too few, and "; "x" cannot
+/// be lN As Long" where one of those that were given does not convert.
+std::string argumentsHint(const Call& call, const MemberPath& path, const std::vector<std::string>& given) {
     const bool wrongCount = call.error->number() == automation::errors::ArgumentNotOptional ||
                             call.error->number() == automation::errors::WrongArgumentCount;
-    if (!call.member || !wrongCount) return {};
+    if (!call.member) return {};
+    if (!wrongCount) {
+        if (!call.refused || *call.refused >= given.size()) return {};
+        const ParameterInfo& parameter = call.member->parameters[*call.refused];
+        return "; " + inQuotes(given[*call.refused]) + " cannot be " + toUtf8(parameter.name) + " As " +
+               toUtf8(automation::typeText(parameter.type)) +
+               (parameter.isByReference() ? "; write empty for a new variable" : "");
+    }
     std::string names;
     for (const ParameterInfo& parameter : call.member->parameters)
         names += (names.empty() ? "" : ", ") + toUtf8(parameter.name);
@@ -168,7 +181,8 @@ int runCall(const Output& output, const CallOptions& options) {
     else
         printCall(output, call);
     if (!call.error) return exit_status::kDone;
-    if (!options.json) output.err << "tarn: " << errorText(*call.error) << argumentsHint(call, path) << '\n';
+    if (!options.json)
+        output.err << "tarn: " << errorText(*call.error) << argumentsHint(call, path, options.arguments) << '\n';
     return exit_status::kRaised;
 }
 

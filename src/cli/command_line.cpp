@@ -70,7 +70,8 @@ void addCommands(CLI::App& app, Request& request) {
     call->add_option("CLASS.MEMBER", request.call.path, "As in StringFunctions.ReverseString")->required();
     call->add_option("ARG", request.call.arguments,
                      "The arguments, as text. They are converted to what the member takes; int:5, num:0.5, bool:true, "
-                     "json:'[\"a\",2]', text:..., nothing and empty are values of other types. Put -- in front of "
+                     "json:'[\"a\",2]', text:..., nothing and empty are values of other types; empty is also a new "
+                     "variable for the member to fill. Put -- in front of "
                      "arguments that begin with -");
     call->footer("Prints the result, then each by-reference argument by its name.\n"
                  "Exit status: 0; 1 when the member raised an error; 2 when the command line is wrong.");
@@ -91,8 +92,11 @@ void addCommands(CLI::App& app, Request& request) {
 std::string complaint(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& words) {
     const std::vector<CLI::App*> commands = app.get_subcommands();
     if (!commands.empty())
-        return oneLine(error.what()) + "; \"tarn " + commands.front()->get_name() +
-               " --help\" shows what can be written";
+        return oneLine(error.what()) +
+               (commands.front()->get_name() == "call" && dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr
+                    ? "; put -- in front of arguments that begin with -"
+                    : "") +
+               "; \"tarn " + commands.front()->get_name() + " --help\" shows what can be written";
     const std::string problem =
         words.empty() ? "a command is missing" : "there is no command or option " + inQuotes(words.front());
     return problem + "; \"tarn --help\" lists them";

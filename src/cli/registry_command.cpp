@@ -32,6 +32,10 @@ struct Session {
 
     std::string nameText(std::string_view bytes) const { return toUtf8(codePage.decode(bytes)); }
 
+    [[noreturn]] void noSuchValue() {
+        const std::string which = options.name.empty() ? "default value" : "value " + inQuotes(options.name);
+        noSuch(which + " of the key " + key.spelled(registry));
+    }
     [[noreturn]] void noSuch(const std::string& what) {
         throw automation::Error(
             automation::errors::FileNotFound,
@@ -105,8 +109,7 @@ int list(Session& session) {
 int get(Session& session) {
     RegistryValue value;
     if (session.open(RegistryAccess::Read)->read(session.name, kAll, value) != RegistryRead::Done)
-        session.noSuch("value " + inQuotes(session.options.name) + " of the key " +
-                       session.key.spelled(session.registry));
+        session.noSuchValue();
     if (session.options.json)
         session.output.out << indentedText({{"name", session.nameText(value.name)},
                                             {"type", typeName(value.type)},
@@ -136,9 +139,7 @@ void deleteBelow(Session& session, const std::string& path) {
 int remove(Session& session) {
     const auto key = session.open(RegistryAccess::Full);
     if (session.options.deletesValue) {
-        if (!key->deleteValue(session.name))
-            session.noSuch("value " + inQuotes(session.options.name) + " of the key " +
-                           session.key.spelled(session.registry));
+        if (!key->deleteValue(session.name)) session.noSuchValue();
         return exit_status::kDone;
     }
     if (session.key.isRoot()) throw UsageError("a root cannot be deleted; name a key below it");
@@ -168,6 +169,7 @@ int exportText(Session& session) {
 
 CLI::App* addCommand(CLI::App* registry, RegistryOptions& options, const char* name, const char* help) {
     CLI::App* command = registry->add_subcommand(name, help);
+    command->fallthrough(); // --file is understood behind the verb as well
     CLI::Option* key =
         command->add_option("KEY", options.key, "As in 'HKCU\\Software\\Vendor\\Product'; HKCU is HKEY_CURRENT_USER");
     if (std::string_view(name) != "list") key->required();
@@ -180,6 +182,9 @@ void addRegistryCommand(CLI::App& app, RegistryOptions& options) {
     CLI::App* registry = app.add_subcommand("registry", "Look at what add-ins saved where there is no registry");
     registry->require_subcommand(1);
     registry->add_option("--file", options.file, "The store, instead of the user's own");
+    registry->footer(
+        "The user's own store is the file that TARNCOM32_REGISTRY names, else tarncom32/registry.sqlite in\n"
+        "XDG_DATA_HOME or in ~/.local/share.");
 
     CLI::App* list = addCommand(registry, options, "list", "List the subkeys and values of a key");
     list->add_flag("--json", options.json, "For programs: one object with key, subkeys and values");

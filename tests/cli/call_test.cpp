@@ -104,7 +104,14 @@ TEST(Call, TellsWhatWasRaisedInOneLine) {
              "",
              "tarn: error 13: Type mismatch\n",
              1},
-            {{"StringFunctions.RemoveIDFromListWithDelimiter", "1", "70000", ","}, "", "tarn: error 6: Overflow\n", 1},
+            {{"StringFunctions.RemoveIDFromListWithDelimiter", "1", "70000", ","},
+             "",
+             "tarn: error 6: Overflow; \"70000\" cannot be iID As Integer\n",
+             1},
+            {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "", "-1"},
+             "asResult = \n",
+             "tarn: error 13: Type mismatch; \"\" cannot be asResult As String(); write empty for a new variable\n",
+             1},
             {{"StringFunctions.ReverseString"},
              "",
              "tarn: error 449: Argument not optional; StringFunctions.ReverseString takes sText\n",
@@ -114,10 +121,10 @@ TEST(Call, TellsWhatWasRaisedInOneLine) {
              "tarn: error 450: Wrong number of arguments or invalid property assignment; StringFunctions.ReverseString "
              "takes sText\n",
              1},
-            {{"Enums.Any"},
+            {{"UserProfileEntry.Name"},
              "",
-             "tarn: error 429: ActiveX component can't create object: TarnCom32.Enums is not the ProgID of a class "
-             "that can be created\n",
+             "tarn: error 429: ActiveX component can't create object: TarnCom32.UserProfileEntry is not the ProgID of "
+             "a class that can be created\n",
              1},
             {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},
              "0\n",
@@ -155,7 +162,9 @@ TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
         {{"call", "StringFunctions.IsBlank", "json:" + std::string(60000, '[') + std::string(60000, ']')},
          "tarn: json: takes lists in lists at most 64 deep\n"},
         {{"call", "StringFunctions.IsBlank", "--quiet", "x"},
-         "tarn: The following argument was not expected: --quiet; \"tarn call --help\" shows what can be written\n"},
+         "tarn: The following argument was not expected: --quiet; put -- in front of arguments that begin with -; "
+         "\"tarn "
+         "call --help\" shows what can be written\n"},
         {{"describe", "eColor"},
          "tarn: there is no class \"eColor\"; did you mean eCOLORS? \"tarn classes\" lists them all\n"},
         {{"classes", "extra"},

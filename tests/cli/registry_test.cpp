@@ -86,9 +86,9 @@ TEST_F(RegistryCommandTest, SetsGetsListsAndDeletes) {
 
 TEST_F(RegistryCommandTest, ReadsWhatAProfileSaved) {
     store("Software\\Vendor\\Product\\Default", "Width", platform::registry_type::kString, "12\0"s);
-    EXPECT_EQ(
-        runTarn({"registry", "--file", file_.string(), "get", "HKCU\\Software\\Vendor\\Product\\Default", "Width"}).out,
-        "12\n");
+    const std::string key = "HKCU\\Software\\Vendor\\Product\\Default";
+    EXPECT_EQ(runTarn({"registry", "--file", file_.string(), "get", key, "Width"}).out, "12\n");
+    EXPECT_EQ(runTarn({"registry", "get", key, "Width", "--file", file_.string()}).out, "12\n");
 }
 
 TEST_F(RegistryCommandTest, RefusesInOneLineThatSaysWhatToDo) {
@@ -101,6 +101,7 @@ TEST_F(RegistryCommandTest, RefusesInOneLineThatSaysWhatToDo) {
         {{"list", "Software\\Vendor"}, 2, "does not begin with a root; write HKCU"},
         {{"list", "HKCU\\Missing"}, 1, "There is no key HKEY_CURRENT_USER\\Missing in the store "},
         {{"get", "HKCU\\k", "Other"}, 1, "There is no value \"Other\" of the key HKEY_CURRENT_USER\\K"},
+        {{"get", "HKCU\\k"}, 1, "There is no default value of the key HKEY_CURRENT_USER\\K"},
         {{"delete", "HKCU"}, 2, "a root cannot be deleted"},
         {{"set", "HKCU\\K", "Name", "日本"}, 2, "8-bit code page"},
         {{"set", "HKCU\\K", "Name", "x", "--type", "REG_LINK"}, 2, "write REG_SZ, "},
