@@ -12,13 +12,13 @@ std::uint32_t Container::takeId() {
     if (!freed_.empty()) return freed_.extract(freed_.begin()).value();
     if (next_ <= kHighestId) return next_++;
     // A file may use the highest id; there are fewer shapes than ids, so a gap is found soon.
-    for (std::uint32_t id = 1; id <= kHighestId; ++id)
-        if (!byId.contains(id)) return id;
+    for (std::uint32_t candidate = 1; candidate <= kHighestId; ++candidate)
+        if (!byId.contains(candidate)) return candidate;
     throw visio_error::invalidSheetIdentifier();
 }
 
-void Container::noteId(std::uint32_t id) {
-    if (id >= next_) next_ = id + 1;
+void Container::noteId(std::uint32_t used) {
+    if (used >= next_) next_ = used + 1;
 }
 
 } // namespace tarncom32::standin

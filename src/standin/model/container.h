@@ -34,8 +34,8 @@ struct Container {
     /// An id that no shape has: of deleted shapes the lowest, else the one behind the highest.
     std::uint32_t takeId();
     /// Makes `id` known as taken.
-    void noteId(std::uint32_t id);
-    void freeId(std::uint32_t id) { freed_.insert(id); }
+    void noteId(std::uint32_t used);
+    void freeId(std::uint32_t free) { freed_.insert(free); }
 
     /// The shapes that stand beside `node`, itself included.
     std::vector<ShapeNode*>& siblingsOf(const ShapeNode& node) { return node.parent ? node.parent->children : shapes; }
