@@ -7,6 +7,7 @@ application. Ends with status 77 when it is given "" instead.
 """
 
 import json
+import os
 import pathlib
 import posixpath
 import subprocess
@@ -113,6 +114,7 @@ def compare(tarn, file):
 
 
 def main(tarn, place):
+    place = place or os.environ.get('TARNCOM32_DRAWINGS')
     if not place:
         print('There is no folder with drawings from elsewhere; name one in the CMake variable TARNCOM32_DRAWINGS.')
         return SKIPPED

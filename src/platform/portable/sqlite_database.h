@@ -79,6 +79,14 @@ public:
         execute("COMMIT");
     }
 
+    /// Calls `body` in a read transaction: everything that it reads is of one moment.
+    template <class Body>
+    auto snapshot(Body&& body) {
+        execute("BEGIN");
+        Rollback rollback(*this);
+        return body();
+    }
+
     /// Hands the failure `code` to the handler.
     [[noreturn]] void raise(int code) const;
     sqlite3* handle() const { return handle_.get(); }

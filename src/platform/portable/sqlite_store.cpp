@@ -123,7 +123,8 @@ SqliteDatabase SqliteStore::openFile(const std::filesystem::path& file) {
     SqliteDatabase database(file, [file](int code, std::string_view message) { raiseFor(file, code, message); });
     database.touchNothingOnClose(true);
     database.waitFor(kPatienceMilliseconds);
-    if (!holdsRegistry(database, file)) {
+    // Of one moment: between two readings another process may make the tables.
+    if (!database.snapshot([&] { return holdsRegistry(database, file); })) {
         database.transaction([&] {
             // Another process may have been faster.
             if (!holdsRegistry(database, file)) database.execute(kTables);
