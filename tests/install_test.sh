@@ -14,7 +14,8 @@ export PKG_CONFIG_PATH
 LD_LIBRARY_PATH=$(dirname "$PKG_CONFIG_PATH")
 export LD_LIBRARY_PATH
 
-client=$(dirname "${BASH_SOURCE[0]}")/../examples/native_client.cpp
+examples=$(dirname "${BASH_SOURCE[0]}")/../examples
+client=$examples/native_client.cpp
 wanted='folder: C:\plans
 colour: red
 matches: 2
@@ -25,6 +26,21 @@ for kind in tarncom32 tarncom32-static; do
     read -ra flags < <(pkg-config --cflags --libs "$kind")
     "$compiler" -std=c++20 "$client" -o "$folder/$kind" "${flags[@]}"
     answer=$("$folder/$kind")
+    if [[ $answer != "$wanted" ]]; then
+        echo "the client of $kind printed '$answer'"
+        exit 1
+    fi
+done
+wanted='page: Upper floor
+shape: Team A
+shape: Switch
+shape: Spare PC
+shape: Cable
+shape: Cable.25'
+for kind in tarnvisiostandin tarnvisiostandin-static; do
+    read -ra flags < <(pkg-config --cflags --libs "$kind")
+    "$compiler" -std=c++20 "$examples/standin_client.cpp" -o "$folder/$kind" "${flags[@]}"
+    answer=$("$folder/$kind" "$examples/drawings/office-network.vsdx" "/doc=1 /page=2")
     if [[ $answer != "$wanted" ]]; then
         echo "the client of $kind printed '$answer'"
         exit 1

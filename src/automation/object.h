@@ -46,6 +46,7 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
+    /// For `Ref`: one reference more, and one fewer, which destroys the object with the last.
     void addRef() const noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
     void release() const noexcept {
         if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
@@ -74,8 +75,16 @@ public:
     /// The events that the object raises; null when it raises none.
     virtual EventSource* events() { return nullptr; }
 
+    /// Calls a method, or reads a property that takes arguments, and returns what it gives; raises as `invoke` does.
+    /// The arguments are copied into variants: what a member writes to a by-reference parameter is lost. To have it,
+    /// `invoke` with variants of your own:
+    ///
+    ///     Variant arguments[] = {u"a b", u"b"};
+    ///     object->invoke(u"NumberOfExactMatchesRemovedFromString", Access::Method, arguments);
+    ///     toText(arguments[0]); // the source as the member left it
     template <class... Args>
     Variant call(const MemberName& name, Args&&... args);
+    /// Reads a property; the same as `call`, for calls that read better so.
     template <class... Args>
     Variant get(const MemberName& name, Args&&... args);
     /// Assigns the last argument; the others are the property's own arguments.

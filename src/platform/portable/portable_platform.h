@@ -17,7 +17,8 @@ class PortablePlatform {
 public:
     PortablePlatform() : PortablePlatform(terminal_, noApplications_) {}
 
-    /// With message boxes and applications of the program's own, which must outlive this object.
+    /// With message boxes and applications of the program's own, which must outlive this object. A `standin::Host` as
+    /// the applications lets the library find the stand-in where it looks for a running Visio.
     PortablePlatform(MessageBox& messageBox, RunningApplications& applications)
         : platform_{messageBox, applications, codePage_, registry_, files_.ports()} {}
     PortablePlatform(const PortablePlatform&) = delete;
