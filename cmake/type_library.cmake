@@ -20,7 +20,7 @@ ExternalProject_Add(
   INSTALL_COMMAND ""
   USES_TERMINAL_BUILD ON
   BUILD_BYPRODUCTS "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_library_idl"
-                   "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_mark_predeclared")
+                   "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_finish_type_library")
 
 # tarncom32_type_library(<name> <program>): makes <name>.tlb in the current binary folder, out of what the program of
 # src/idl writes.
@@ -37,7 +37,7 @@ function(tarncom32_type_library name program)
     OUTPUT "${tlb}" "${idl}"
     COMMAND "${programs}/${program}" "${idl}"
     COMMAND "${TARNCOM32_WIDL}" ${bits} -I "${TARNCOM32_WINE_IDL}" -L "${TARNCOM32_WINE_DLLS}" -t -o "${tlb}" "${idl}"
-    COMMAND "${programs}/tarncom32_mark_predeclared" "${tlb}"
-    DEPENDS "${programs}/${program}" "${programs}/tarncom32_mark_predeclared"
+    COMMAND "${programs}/tarncom32_finish_type_library" "${tlb}"
+    DEPENDS "${programs}/${program}" "${programs}/tarncom32_finish_type_library"
     VERBATIM)
 endfunction()

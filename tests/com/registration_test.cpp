@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sddl.h>
+
 namespace tarncom32::com::testing {
 
 namespace {
@@ -86,6 +88,70 @@ TEST_F(RegistrationTest, WritesWhatComLooksFor) {
          {String(u"TarnProbe.Probe"), String(u"TarnProbe.Probe.1"), clsidKey(), interfaceKey(), libraryKey()})
         EXPECT_EQ(value(root), u"-") << toUtf8(root);
     EXPECT_NO_THROW(of(0).remove()) << "nothing is left to remove";
+}
+
+/// Another key in place of one of the registry's roots, for this process and as long as this lives.
+class PrivateRoot {
+public:
+    PrivateRoot(HKEY root, const wchar_t* name) : root_(root), name_(std::wstring(L"Software\\") + name) {
+        RegCreateKeyExW(HKEY_CURRENT_USER, name_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr);
+    }
+    PrivateRoot(const PrivateRoot&) = delete;
+    ~PrivateRoot() {
+        RegOverridePredefKey(root_, nullptr);
+        RegDeleteTreeW(key_, nullptr);
+        RegCloseKey(key_);
+        RegDeleteKeyW(HKEY_CURRENT_USER, name_.c_str());
+    }
+    void begin() const { EXPECT_EQ(RegOverridePredefKey(root_, key_), ERROR_SUCCESS); }
+    HKEY key() const { return key_; }
+    /// Whether there is such a key below the classes.
+    bool has(const String& path) const {
+        HKEY found = nullptr;
+        if (RegOpenKeyExW(key_, wide(u"Software\\Classes\\" + path), 0, KEY_READ, &found) != ERROR_SUCCESS)
+            return false;
+        RegCloseKey(found);
+        return true;
+    }
+
+private:
+    HKEY root_;
+    std::wstring name_;
+    HKEY key_ = nullptr;
+};
+
+TEST_F(RegistrationTest, GoesToTheUserWhereTheMachineIsClosed) {
+    const PrivateRoot machine(HKEY_LOCAL_MACHINE, L"tarncom32 test machine");
+    const PrivateRoot user(HKEY_CURRENT_USER, L"tarncom32 test user");
+    HKEY classes = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(machine.key(), L"Software\\Classes\\CLSID", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                              &classes, nullptr),
+              ERROR_SUCCESS);
+    // Everybody may read the classes, nobody may write.
+    PSECURITY_DESCRIPTOR readOnly = nullptr;
+    ASSERT_TRUE(
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1, &readOnly, nullptr));
+    EXPECT_EQ(RegSetKeySecurity(classes, DACL_SECURITY_INFORMATION, readOnly), ERROR_SUCCESS);
+    LocalFree(readOnly);
+
+    machine.begin();
+    user.begin();
+    of(0).add();
+    for (const String& root : {String(u"TarnProbe.Probe"), clsidKey(), interfaceKey(), libraryKey()}) {
+        EXPECT_FALSE(machine.has(root)) << toUtf8(root);
+        EXPECT_TRUE(user.has(root)) << toUtf8(root);
+    }
+    of(0).remove();
+    for (const String& root : {String(u"TarnProbe.Probe"), clsidKey(), interfaceKey(), libraryKey()})
+        EXPECT_FALSE(user.has(root)) << toUtf8(root);
+
+    // So that the key can go again.
+    PSECURITY_DESCRIPTOR open = nullptr;
+    ASSERT_TRUE(
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;KA;;;WD)", SDDL_REVISION_1, &open, nullptr));
+    RegSetKeySecurity(classes, DACL_SECURITY_INFORMATION, open);
+    LocalFree(open);
+    RegCloseKey(classes);
 }
 
 #ifdef _WIN64 // The 32-bit programs run on a system that has no other bitness.

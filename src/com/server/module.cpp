@@ -10,6 +10,8 @@
 
 #include <olectl.h>
 
+#include <memory>
+
 namespace tarncom32::com {
 
 namespace {
@@ -62,9 +64,43 @@ automation::String modulePath() {
     }
 }
 
+namespace {
+
+struct RemoveFile {
+    void operator()(automation::String* path) const {
+        // Where the system still reads it, the file stays in the folder for such.
+        DeleteFileW(wide(*path));
+        delete path;
+    }
+};
+
+/// Loads the type library from a copy of the DLL's resource.
+HRESULT loadCopy(ITypeLib** library) {
+    const HRSRC found = FindResourceW(theModule, MAKEINTRESOURCEW(1), L"TYPELIB");
+    const HGLOBAL loaded = found ? LoadResource(theModule, found) : nullptr;
+    const void* bytes = loaded ? LockResource(loaded) : nullptr;
+    wchar_t folder[MAX_PATH] = L"";
+    wchar_t name[MAX_PATH] = L"";
+    if (!bytes || !GetTempPathW(MAX_PATH, folder) || !GetTempFileNameW(folder, L"tlb", 0, name))
+        return HRESULT_FROM_WIN32(GetLastError());
+    const std::unique_ptr<automation::String, RemoveFile> path(new automation::String(viewOf(name)));
+    const HANDLE file = CreateFileW(name, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_TEMPORARY, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return HRESULT_FROM_WIN32(GetLastError());
+    const DWORD size = SizeofResource(theModule, found);
+    DWORD written = 0;
+    const bool complete = WriteFile(file, bytes, size, &written, nullptr) && written == size;
+    CloseHandle(file);
+    return complete ? LoadTypeLibEx(name, REGKIND_NONE, library) : STG_E_MEDIUMFULL;
+}
+
+} // namespace
+
 ComPtr<ITypeLib> loadTypeLibrary() {
     ComPtr<ITypeLib> library;
-    const HRESULT result = LoadTypeLibEx(wide(modulePath()), REGKIND_NONE, library.put());
+    const automation::String path = modulePath();
+    HRESULT result = LoadTypeLibEx(wide(path), REGKIND_NONE, library.put());
+    // The system's loader of type libraries knows no longer paths.
+    if (FAILED(result) && path.size() >= MAX_PATH) result = loadCopy(library.put());
     if (FAILED(result)) throw automation::Error::fromHresult(static_cast<std::int32_t>(result));
     return library;
 }

@@ -1,5 +1,7 @@
 #include "com/client/library_under_test.h"
 
+#include <stdexcept>
+
 namespace client {
 
 namespace {
@@ -82,7 +84,8 @@ void forEachMember(ITypeInfo& type, const std::function<void(const FUNCDESC&, co
     type.ReleaseTypeAttr(attributes);
     for (UINT i = 0; i < count; ++i) {
         FUNCDESC* member = nullptr;
-        if (FAILED(type.GetFuncDesc(i, &member))) continue;
+        if (FAILED(type.GetFuncDesc(i, &member)))
+            throw std::runtime_error("the type library's description of a member cannot be read");
         const auto lent = lend(member, [&](FUNCDESC* it) { type.ReleaseFuncDesc(it); });
         // A dispatch view of a dual interface begins with the seven entries of IDispatch.
         if (member->oVft < static_cast<SHORT>(7 * sizeof(void*)) || (member->wFuncFlags & FUNCFLAG_FRESTRICTED))
