@@ -15,21 +15,30 @@ std::wstring textOf(HWND window) {
     return text;
 }
 
+bool isOfClass(HWND window, const wchar_t* wanted) {
+    wchar_t name[16] = L"";
+    GetClassNameW(window, name, 16);
+    return IsWindowVisible(window) && std::wstring(name) == wanted;
+}
+
+BOOL CALLBACK addDialog(HWND window, LPARAM list) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    if (process == GetCurrentProcessId() && isOfClass(window, L"#32770"))
+        reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
 /// The dialogs of this process that can be seen on the desktop.
 std::vector<HWND> dialogs() {
     std::vector<HWND> found;
-    EnumWindows(
-        [](HWND window, LPARAM list) -> BOOL {
-            DWORD process = 0;
-            GetWindowThreadProcessId(window, &process);
-            wchar_t name[16] = L"";
-            GetClassNameW(window, name, 16);
-            if (process == GetCurrentProcessId() && IsWindowVisible(window) && std::wstring(name) == L"#32770")
-                reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumWindows(&addDialog, reinterpret_cast<LPARAM>(&found));
     return found;
+}
+
+BOOL CALLBACK countButton(HWND child, LPARAM count) {
+    if (isOfClass(child, L"Button")) ++*reinterpret_cast<int*>(count);
+    return TRUE;
 }
 
 /// What a message box says, and how many buttons it has.
@@ -41,15 +50,7 @@ struct Box {
 
 Box read(HWND dialog) {
     Box box{textOf(dialog), textOf(GetDlgItem(dialog, 0xFFFF))};
-    EnumChildWindows(
-        dialog,
-        [](HWND child, LPARAM count) -> BOOL {
-            wchar_t name[16] = L"";
-            GetClassNameW(child, name, 16);
-            if (IsWindowVisible(child) && std::wstring(name) == L"Button") ++*reinterpret_cast<int*>(count);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&box.buttons));
+    EnumChildWindows(dialog, &countButton, reinterpret_cast<LPARAM>(&box.buttons));
     return box;
 }
 
