@@ -17,7 +17,6 @@ public:
     std::uint32_t advise(Sink sink);
     /// Removes a listener; false when there is none of that number.
     bool unadvise(std::uint32_t cookie);
-    std::size_t listenerCount() const { return listeners_.size(); }
 
     /// Calls each listener in the order in which they came. A listener that fails does not keep the event from the
     /// others, nor from the object: an event has nobody to whom a failure could be told. Listeners that come or go

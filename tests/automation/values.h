@@ -3,22 +3,14 @@
 #include "automation/error.h"
 #include "automation/object.h"
 #include "automation/string.h"
+#include "support/error_of.h"
 
 #include <ostream>
 #include <string>
 
 namespace tarncom32::automation {
 
-/// The number of the error that `body` raises; 0 when it raises none.
-template <class Body>
-std::int32_t errorNumberOf(Body&& body) {
-    try {
-        body();
-    } catch (const Error& error) {
-        return error.number();
-    }
-    return 0;
-}
+using tests::errorOf;
 
 /// An object whose default member gives `value`; it has no other member.
 class ObjectWithDefault : public Object {

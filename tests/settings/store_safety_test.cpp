@@ -6,17 +6,15 @@
 #include "settings/registry_operations.h"
 #include "support/temporary_folder.h"
 #include "support/test_platform.h"
-#include "writer_values.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <spawn.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 
@@ -25,53 +23,97 @@ namespace {
 
 namespace fs = std::filesystem;
 using automation::String;
+using automation::StringView;
 
 constexpr std::int32_t kRoot = platform::registry_root::kCurrentUser;
+constexpr int kNoEnd = 100000;
 
 int writes() {
     const char* count = std::getenv("TARNCOM32_SOAK_WRITES");
     return count ? std::atoi(count) : 200;
 }
 
-/// A running `registry_writer`.
+String nameOf(int number) {
+    return u"Value " + automation::decimalText(number);
+}
+
+/// Long ones now and then, so that some writes take several pages.
+String valueOf(StringView path, int number) {
+    const int length = number % 50 == 0 ? 900 : number % 7;
+    return String(path) + u" " + automation::decimalText(number) + u" " +
+           String(static_cast<std::size_t>(length), u'x');
+}
+
+/// The store as each process opens it.
+class Store {
+public:
+    explicit Store(const fs::path& file) : registry_(file, surroundings_.codePage) {}
+
+    void createKey(StringView path) { operations_.createRegistryKey(kRoot, path); }
+    void write(StringView path, int number) {
+        operations_.setRegistryValue(kRoot, path, nameOf(number), valueOf(path, number));
+    }
+    /// How many of the values 1 to `count` of a writer are there and right.
+    int intact(StringView path, int count) {
+        int found = 0;
+        for (int i = 1; i <= count; ++i)
+            found += operations_.getRegistryValue(kRoot, path, nameOf(i)) == valueOf(path, i);
+        return found;
+    }
+    void save(StringView path) { operations_.saveProfileValue(path, u"Afterwards", u"works", kRoot); }
+
+private:
+    tests::TestPlatform surroundings_;
+    platform::portable::SqliteRegistry registry_;
+    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
+    RegistryOperations operations_{platform_};
+};
+
+/// A process that writes the values 1 to `count`, and tells through a pipe which of them are written, or with which
+/// error it ended, as a negative number. None of its files may become larger than `fileLimit`.
 class Writer {
 public:
-    Writer(const fs::path& file, const char* key, int count, const char* fileLimit = nullptr) {
+    Writer(const fs::path& file, StringView path, int count, rlim_t fileLimit = RLIM_INFINITY) {
         int ends[2];
         if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        std::string arguments[] = {TARNCOM32_REGISTRY_WRITER, file.string(), key, std::to_string(count),
-                                   fileLimit ? fileLimit : ""};
-        char* argv[] = {arguments[0].data(),
-                        arguments[1].data(),
-                        arguments[2].data(),
-                        arguments[3].data(),
-                        fileLimit ? arguments[4].data() : nullptr,
-                        nullptr};
-        const int failure = posix_spawn(&process_, argv[0], &actions, nullptr, argv, environ);
-        posix_spawn_file_actions_destroy(&actions);
+        process_ = fork();
+        if (process_ == 0) {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{fileLimit, RLIM_INFINITY};
+            const auto tell = [&](int what) {
+                if (::write(ends[1], &what, sizeof what) != sizeof what) _exit(2);
+            };
+            if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(2);
+            try {
+                Store store(file);
+                store.createKey(path);
+                for (int i = 1; i <= count; ++i) {
+                    store.write(path, i);
+                    tell(i);
+                }
+            } catch (const automation::Error& error) {
+                tell(-error.number());
+            }
+            _exit(0);
+        }
         close(ends[1]);
-        output_ = fdopen(ends[0], "r");
-        if (failure != 0 || !output_) throw std::runtime_error("registry_writer does not start");
+        output_ = ends[0];
+        if (process_ < 0) throw std::runtime_error("no process");
     }
     ~Writer() {
         if (process_ > 0) {
-            kill(process_, SIGKILL);
+            killNow();
             waitpid(process_, nullptr, 0);
         }
-        std::fclose(output_);
+        close(output_);
     }
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
     /// Waits until `count` values are reported as written; false when the output ends before.
     bool waitFor(int count) {
-        char line[64];
-        while (written_ < count && std::fgets(line, sizeof line, output_)) {
-            if (std::sscanf(line, "error %d", &error_) != 1) written_ = std::atoi(line);
-        }
+        for (int told = 0; written_ < count && ::read(output_, &told, sizeof told) == sizeof told;)
+            (told > 0 ? written_ : error_) = std::abs(told);
         return written_ >= count;
     }
     void killNow() const { kill(process_, SIGKILL); }
@@ -86,33 +128,9 @@ public:
 
 private:
     pid_t process_ = 0;
-    std::FILE* output_ = nullptr;
+    int output_ = -1;
     int written_ = 0;
     int error_ = 0;
-};
-
-/// The store as a later process finds it.
-class Survivor {
-public:
-    explicit Survivor(const fs::path& file) : registry_(file, surroundings_.codePage) {}
-
-    /// How many of the values 1 to `count` of a writer are there and right.
-    int intact(const char* key, int count) {
-        const String path = automation::fromUtf8(key);
-        int found = 0;
-        for (int i = 1; i <= count; ++i)
-            found += operations_.getRegistryValue(kRoot, path, writerName(i)) == writerText(path, i);
-        return found;
-    }
-    void write(const char* key) {
-        operations_.saveProfileValue(automation::fromUtf8(key), u"Afterwards", u"works", kRoot);
-    }
-
-private:
-    tests::TestPlatform surroundings_;
-    platform::portable::SqliteRegistry registry_;
-    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
-    RegistryOperations operations_{platform_};
 };
 
 void expectSound(const fs::path& file) {
@@ -126,8 +144,8 @@ TEST(StoreSafety, OneOfTwoWritersIsKilledAndNoReportedValueIsLost) {
         const tests::TemporaryFolder folder;
         const fs::path file = folder.path() / "registry.sqlite";
         // Neither finds a file, so that they meet while they create it too.
-        Writer victim(file, "Software\\Victim", writes());
-        Writer other(file, "Software\\Other", writes());
+        Writer victim(file, u"Software\\Victim", writes());
+        Writer other(file, u"Software\\Other", writes());
         ASSERT_TRUE(victim.waitFor(writes() * percent / 100));
         victim.killNow();
         victim.finish();
@@ -135,27 +153,27 @@ TEST(StoreSafety, OneOfTwoWritersIsKilledAndNoReportedValueIsLost) {
         EXPECT_GE(victim.written(), writes() * percent / 100);
         EXPECT_EQ(other.written(), writes());
         EXPECT_EQ(other.error(), 0);
-        Survivor survivor(file);
-        EXPECT_EQ(survivor.intact("Software\\Victim", victim.written()), victim.written());
-        EXPECT_EQ(survivor.intact("Software\\Other", writes()), writes());
-        survivor.write("Software\\Victim");
+        Store survivor(file);
+        EXPECT_EQ(survivor.intact(u"Software\\Victim", victim.written()), victim.written());
+        EXPECT_EQ(survivor.intact(u"Software\\Other", writes()), writes());
+        survivor.save(u"Software\\Victim");
         expectSound(file);
     }
 }
 
 TEST(StoreSafety, AFileThatCannotGrowGivesANumberedErrorAndLosesNothing) {
-    for (const char* limit : {"40000", "200000", "700000"}) {
+    for (const rlim_t limit : {40000, 200000, 700000}) {
         const tests::TemporaryFolder folder;
         const fs::path file = folder.path() / "registry.sqlite";
-        Survivor(file).write("Software\\Before"); // the store itself fits
-        Writer writer(file, "Software\\Writer", 100000, limit);
+        Store(file).save(u"Software\\Before"); // the store itself fits
+        Writer writer(file, u"Software\\Writer", kNoEnd, limit);
         writer.finish();
         EXPECT_TRUE(writer.error() == registry_errors::ItemMissing || writer.error() == registry_errors::CannotCreate)
             << writer.error() << " at " << limit;
         EXPECT_GT(writer.written(), 0);
-        Survivor survivor(file);
-        EXPECT_EQ(survivor.intact("Software\\Writer", writer.written()), writer.written());
-        survivor.write("Software\\Writer");
+        Store survivor(file);
+        EXPECT_EQ(survivor.intact(u"Software\\Writer", writer.written()), writer.written());
+        survivor.save(u"Software\\Writer");
         expectSound(file);
     }
 }
@@ -183,9 +201,9 @@ TEST(StoreSafety, AFullDiskGivesANumberedErrorAndLosesNothing) {
     const fs::path file = disk.path() / "registry.sqlite";
     const fs::path ballast = disk.path() / "ballast";
     std::ofstream(ballast) << std::string(100000, 'b');
-    Survivor(file).write("Software\\Before");
-    Writer one(file, "Software\\One", 100000);
-    Writer two(file, "Software\\Two", 100000);
+    Store(file).save(u"Software\\Before");
+    Writer one(file, u"Software\\One", kNoEnd);
+    Writer two(file, u"Software\\Two", kNoEnd);
     one.finish();
     two.finish();
     for (const Writer* writer : {&one, &two})
@@ -194,10 +212,10 @@ TEST(StoreSafety, AFullDiskGivesANumberedErrorAndLosesNothing) {
     EXPECT_GT(one.written() + two.written(), 0);
     // With a little space again everything is there, and writing goes on.
     fs::remove(ballast);
-    Survivor survivor(file);
-    EXPECT_EQ(survivor.intact("Software\\One", one.written()), one.written());
-    EXPECT_EQ(survivor.intact("Software\\Two", two.written()), two.written());
-    survivor.write("Software\\One");
+    Store survivor(file);
+    EXPECT_EQ(survivor.intact(u"Software\\One", one.written()), one.written());
+    EXPECT_EQ(survivor.intact(u"Software\\Two", two.written()), two.written());
+    survivor.save(u"Software\\One");
     expectSound(file);
 }
 
