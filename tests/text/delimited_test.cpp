@@ -1,7 +1,5 @@
 #include "text/delimited.h"
 
-#include "automation/error.h"
-
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -30,16 +28,13 @@ TEST(Fields, SplitAsAHostDoes) {
     } cases[] = {
         {"empty fields count", u"a,,b", u",", Fields::kUnlimited, {u"a", u"", u"b"}},
         {"delimiters at the ends", u",a,", u",", Fields::kUnlimited, {u"", u"a", u""}},
-        {"no delimiter", u"abc", u",", Fields::kUnlimited, {u"abc"}},
         {"an empty text has no field", u"", u",", Fields::kUnlimited, {}},
         {"an empty delimiter cuts nothing", u"a,b", u"", Fields::kUnlimited, {u"a,b"}},
-        {"both empty", u"", u"", Fields::kUnlimited, {}},
         {"occurrences do not overlap", u"a:::b", u"::", Fields::kUnlimited, {u"a", u":b"}},
         {"the last field keeps the rest", u"a,b,c,d", u",", 2, {u"a", u"b,c,d"}},
         {"a limit of one cuts nothing", u"a,b", u",", 1, {u"a,b"}},
         {"a limit that is not reached", u"a,b", u",", 9, {u"a", u"b"}},
         {"a limit of none", u"a,b", u",", 0, {}},
-        {"a limit of none and an empty delimiter", u"a,b", u"", 0, {}},
     };
     for (const auto& [what, text, delimiter, limit, fields] : cases) {
         EXPECT_EQ(fieldsOf(text, delimiter, limit), fields) << what;
@@ -88,21 +83,6 @@ TEST(PositionOfNth, FindsFarOccurrencesAndAnswersForTheLargestN) {
     EXPECT_EQ(positionOfNth(text, u",", kMost), inRound * 3);
     EXPECT_EQ(positionOfNth(text, u"x", kMost), 0u);
     EXPECT_EQ(positionOfNth(text, u"", kMost), static_cast<std::size_t>(kMost) % 15001);
-}
-
-TEST(From, TakesNoPositionZero) {
-    EXPECT_EQ(from(u"abc", 3), u"c");
-    EXPECT_EQ(from(u"abc", 4), u"");
-    EXPECT_EQ(from(u"abc", 400), u"");
-    EXPECT_THROW(from(u"abc", 0), automation::Error);
-}
-
-TEST(PositionInReversed, ReadsOnlyTheTextBackwards) {
-    EXPECT_EQ(positionInReversed(u"a,b,cd", u","), 3u);
-    EXPECT_EQ(positionInReversed(u"a-+b", u"+-"), 2u);
-    EXPECT_EQ(positionInReversed(u"a+-b", u"+-"), 0u);
-    EXPECT_EQ(positionInReversed(u"ab", u""), 1u);
-    EXPECT_EQ(positionInReversed(u"", u""), 0u);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "text/string_functions.h"
 
 #include "automation/convert.h"
+#include "support/error_of.h"
 #include "support/test_platform.h"
 
 #include <gmock/gmock.h>
@@ -12,23 +13,17 @@ namespace tarncom32::text {
 namespace {
 
 namespace errors = automation::errors;
+using automation::VariantType;
+using tests::errorOf;
 
 class StringFunctionsTest : public testing::Test {
 protected:
     tests::TestPlatform platform_;
     automation::Ref<StringFunctions> reference_ = automation::make<StringFunctions>(platform_.platform);
     StringFunctions& functions_ = *reference_;
-};
 
-template <class F>
-std::int32_t errorOf(F&& call) {
-    try {
-        call();
-    } catch (const automation::Error& error) {
-        return error.number();
-    }
-    return 0;
-}
+    bool blank(const Variant& value) { return functions_.isBlank(value).isTrue(); }
+};
 
 String text(const Variant& value) {
     const String* held = value.as<String>();
@@ -71,11 +66,11 @@ TEST_F(StringFunctionsTest, CountsDelimitersAndFields) {
 }
 
 TEST_F(StringFunctionsTest, SplitsIntoTheCallersArray) {
-    Array fields(automation::VariantType::String, 5, {Variant(u"old")});
+    Array fields(VariantType::String, 5, {Variant(u"old")});
     functions_.splitStringAtDelimiters(u"a,b,c", u",", fields, -1);
-    EXPECT_EQ(fields, Array(automation::VariantType::String, 0, {Variant(u"a"), Variant(u"b"), Variant(u"c")}));
+    EXPECT_EQ(fields, Array(VariantType::String, 0, {Variant(u"a"), Variant(u"b"), Variant(u"c")}));
     functions_.splitStringAtDelimiters(u"a,b,c", u",", fields, 2);
-    EXPECT_EQ(fields, Array(automation::VariantType::String, 0, {Variant(u"a"), Variant(u"b,c")}));
+    EXPECT_EQ(fields, Array(VariantType::String, 0, {Variant(u"a"), Variant(u"b,c")}));
     functions_.splitStringAtDelimiters(u"x", u",", fields, -2);
     EXPECT_EQ(fields.size(), 2u) << "a limit that does not exist must leave the array alone";
     functions_.splitStringAtDelimiters(u"", u",", fields, -1);
@@ -275,7 +270,7 @@ TEST_F(StringFunctionsTest, FindsKeysOfCollections) {
 }
 
 TEST_F(StringFunctionsTest, ChecksNamesInLists) {
-    Array names(automation::VariantType::String, -2, {Variant(u"abc"), Variant(u"Größe"), Variant(u"")});
+    Array names(VariantType::String, -2, {Variant(u"abc"), Variant(u"Größe"), Variant(u"")});
     const auto holds = [&](StringView name, std::int16_t flag) {
         return functions_.checkForNameInList(name, names, Boolean::fromBits(flag)).isTrue();
     };
@@ -287,8 +282,72 @@ TEST_F(StringFunctionsTest, ChecksNamesInLists) {
     EXPECT_TRUE(holds(u"gRÖßE", -1));
     EXPECT_FALSE(holds(u"ab", -1));
     EXPECT_TRUE(holds(u"", 0));
-    Array noBounds(automation::VariantType::String);
+    Array noBounds(VariantType::String);
     EXPECT_FALSE(functions_.checkForNameInList(u"abc", noBounds, true).isTrue());
+}
+
+TEST_F(StringFunctionsTest, IsBlankJudgesSingleValuesByTheirType) {
+    using namespace automation;
+    const Variant blanks[] = {Variant(),
+                              Null{},
+                              ErrorValue{5},
+                              Record{std::make_shared<int>(1)},
+                              ObjectRef{},
+                              true,
+                              u"",
+                              u"   ",
+                              std::uint8_t{0},
+                              std::int16_t{0},
+                              0.0f,
+                              -0.0,
+                              Currency{0},
+                              Date{0},
+                              Decimal{0, 0, 2, true},
+                              OtherInteger{VariantType::LongLong, 7} /* no type that hosts have */};
+    for (std::size_t i = 0; i < std::size(blanks); ++i)
+        EXPECT_TRUE(blank(blanks[i])) << i;
+    const Variant others[] = {
+        false,  u" \t ",     u"0",      make<Collection>(),     std::uint8_t{1}, std::int16_t{-1}, std::int32_t{65536},
+        1e-300, Currency{1}, Date{0.5}, Decimal{1, 0, 0, false}};
+    for (std::size_t i = 0; i < std::size(others); ++i)
+        EXPECT_FALSE(blank(others[i])) << i;
+}
+
+TEST_F(StringFunctionsTest, IsBlankJudgesArraysByTheirElements) {
+    const auto variants = [](std::vector<Variant> items) { return Array(VariantType::Variant, 3, std::move(items)); };
+    EXPECT_TRUE(blank(variants({u"", Variant(), 0.0})));
+    EXPECT_FALSE(blank(variants({u"", Variant(), u"x"})));
+    EXPECT_FALSE(blank(variants({u"x", Variant()})));
+    EXPECT_TRUE(blank(variants({})));
+    EXPECT_TRUE(blank(variants({variants({u" "}), variants({})}))) << "nested arrays";
+    EXPECT_FALSE(blank(variants({variants({u"x"})})));
+    EXPECT_TRUE(blank(variants({true})));
+    EXPECT_FALSE(blank(variants({true, false}))) << "False is not blank";
+    EXPECT_TRUE(blank(Array(VariantType::Long, 0, std::size_t{2})));
+}
+
+TEST_F(StringFunctionsTest, IsBlankTakesMissingBoundsForBlankOnlyForTypesWithBitsFourOrEight) {
+    for (const auto type : {VariantType::Single, VariantType::Double, VariantType::Currency, VariantType::Date,
+                            VariantType::String, VariantType::Object, VariantType::Error, VariantType::Boolean,
+                            VariantType::Variant, VariantType::Unknown, VariantType::Decimal, VariantType::Record})
+        EXPECT_TRUE(blank(Array(type))) << static_cast<int>(type);
+    for (const auto type : {VariantType::Integer, VariantType::Long, VariantType::Byte})
+        EXPECT_EQ(errorOf([&] { blank(Array(type)); }), errors::SubscriptOutOfRange) << static_cast<int>(type);
+}
+
+// Clients bind to these numbers: one that changes breaks them.
+TEST_F(StringFunctionsTest, PublishesItsMembersInTheirOrder) {
+    constexpr const char* kPublished =
+        "1 RemoveStringFromCommaDelimitedList 2 NumberOfSubStringsInSourceString 3 SplitStringAtDelimiters "
+        "4 NumberOfElementsInDelimitedString 5 StringExistsInCollection 6 IsBlank 7 ReturnStringBeforeDelimiter "
+        "8 RemoveIDFromListWithDelimiter 9 ReturnStringAfterDelimiter 10 CleanDate 11 StringReturnBetween "
+        "12 NumberOfExactMatchesRemovedFromString 13 CheckForNameInList 14 ReturnStringAfterLastDelimiter "
+        "15 ReturnStringBeforeLastDelimiter 16 ReverseString 17 CreateCollectionFromString "
+        "18 ReturnStringBeforeNthDelimiter 19 ReturnStringAfterNthDelimiter 20 ReplaceValueInStream ";
+    std::string members;
+    for (const automation::MemberInfo& member : StringFunctions::describe().members)
+        members += std::to_string(member.dispid) + " " + automation::toUtf8(member.name) + " ";
+    EXPECT_TRUE(members.starts_with(kPublished)) << members;
 }
 
 } // namespace
