@@ -1,84 +1,80 @@
-#include "sqlite_fixture.h"
+#include "platform/portable/sqlite_database.h"
+#include "platform/portable/sqlite_registry.h"
+#include "platform/portable/windows_1252.h"
+#include "support/environment_variable.h"
+#include "support/error_of.h"
+#include "support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <functional>
 
 namespace tarncom32::platform::portable {
 namespace {
 
-using std::string_literals::operator""s;
+namespace fs = std::filesystem;
+namespace errors = automation::errors;
 using testing::ElementsAre;
+using testing::HasSubstr;
+using tests::errorOf;
+using tests::errorTextOf;
 
-TEST_F(SqliteRegistryTest, KeysCompareWithoutCaseAndKeepTheirFirstSpelling) {
-    create("Software\\Vendor\\\xC4" // A and a with two dots
-           "pfel");
-    EXPECT_NE(open("SOFTWARE\\vendor\\\xE4PFEL"), nullptr);
-    create("software\\VENDOR\\other");
-    std::string name;
-    ASSERT_TRUE(open("")->subkeyAt(0, name));
-    EXPECT_EQ(name, "Software");
-    ASSERT_TRUE(open("software\\vendor")->subkeyAt(0, name));
-    EXPECT_EQ(name, "other"); // by name, whatever came first
-    ASSERT_TRUE(open("software\\vendor")->subkeyAt(1, name));
-    EXPECT_EQ(name, "\xC4pfel");
-    EXPECT_FALSE(open("software\\vendor")->subkeyAt(2, name));
-}
+constexpr std::int32_t kRoot = registry_root::kCurrentUser;
+constexpr std::size_t kNoLimit = std::size_t{1} << 30;
 
-TEST_F(SqliteRegistryTest, ValuesCompareWithoutCaseAndKeepTheirFirstSpellingAndPlace) {
+class SqliteRegistryTest : public testing::Test {
+protected:
+    static std::string contentsOf(const fs::path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    void writeFile(std::string_view contents) const {
+        std::ofstream(file_, std::ios::binary | std::ios::trunc)
+            .write(contents.data(), static_cast<std::streamsize>(contents.size()));
+    }
+
+    std::unique_ptr<RegistryKey> create(std::string_view path) { return registry_.create(kRoot, path); }
+    std::unique_ptr<RegistryKey> open(std::string_view path, RegistryAccess access = RegistryAccess::Full) {
+        return registry_.open(kRoot, path, access);
+    }
+    /// The bytes of a value; "(none)" when it is missing.
+    static std::string bytesOf(RegistryKey& key, std::string_view name) {
+        RegistryValue value;
+        return key.read(name, kNoLimit, value) == RegistryRead::Done ? value.bytes : "(none)";
+    }
+    /// The names of a key's values, in order.
+    static std::vector<std::string> namesIn(RegistryKey& key) {
+        std::vector<std::string> names;
+        RegistryValue value;
+        for (std::uint32_t i = 0; key.valueAt(i, kNoLimit, kNoLimit, value) == RegistryRead::Done; ++i)
+            names.push_back(value.name);
+        return names;
+    }
+
+    tests::TemporaryFolder folder_;
+    fs::path file_ = folder_.path() / "data" / "registry.sqlite";
+    Windows1252 codePage_;
+    SqliteRegistry registry_{file_, codePage_};
+};
+
+TEST_F(SqliteRegistryTest, ValuesKeepEveryByteAndTheirFirstSpellingAndPlace) {
+    std::string allBytes;
+    for (int i = 0; i < 1 << 20; ++i)
+        allBytes.push_back(static_cast<char>(i));
     const auto key = create("K");
     key->write("Zeta", registry_type::kString, "1");
     key->write("Alpha", registry_type::kString, "2");
-    key->write("ZETA", registry_type::kDword, "3333");
+    key->write("ZETA", 0xFFFFFFFF, allBytes);
     EXPECT_THAT(namesIn(*key), ElementsAre("Zeta", "Alpha"));
     RegistryValue value;
-    EXPECT_EQ(key->read("zeta", kNoLimit, value), RegistryRead::Done);
+    EXPECT_EQ(key->read("zeta", allBytes.size(), value), RegistryRead::Done);
     EXPECT_EQ(value.name, "Zeta");
-    EXPECT_EQ(value.type, registry_type::kDword);
-    EXPECT_EQ(value.bytes, "3333");
-}
-
-TEST_F(SqliteRegistryTest, KeepsEveryTypeAndEveryByte) {
-    std::string allBytes;
-    for (int i = 0; i < 256; ++i)
-        allBytes.push_back(static_cast<char>(i));
-    const struct {
-        std::uint32_t type;
-        std::string bytes;
-    } cases[] = {
-        {registry_type::kString, ""},
-        {registry_type::kString, "x\0y\0"s},
-        {registry_type::kNone, allBytes},
-        {registry_type::kQword, "12345678"},
-        {0xFFFFFFFF, "\0"s},
-        {registry_type::kBinary, std::string(1 << 20, '\xFF')},
-    };
-    const auto key = create("K");
-    for (int i = 0; const auto& c : cases) {
-        const std::string name = std::to_string(++i);
-        key->write(name, c.type, c.bytes);
-        RegistryValue value;
-        ASSERT_EQ(key->read(name, kNoLimit, value), RegistryRead::Done);
-        EXPECT_EQ(value.type, c.type);
-        EXPECT_EQ(value.bytes, c.bytes);
-    }
-}
-
-TEST_F(SqliteRegistryTest, ReadsWithinTheCallersBounds) {
-    const auto key = create("K");
-    key->write("Name", registry_type::kString, "12345");
-    const struct {
-        std::size_t nameLimit;
-        std::size_t dataLimit;
-        RegistryRead expected;
-    } cases[] = {
-        {5, 5, RegistryRead::Done},
-        {4, 5, RegistryRead::TooBig},
-        {5, 4, RegistryRead::TooBig},
-    };
-    RegistryValue value;
-    for (const auto& c : cases)
-        EXPECT_EQ(key->valueAt(0, c.nameLimit, c.dataLimit, value), c.expected);
-    EXPECT_EQ(key->read("Name", 5, value), RegistryRead::Done);
-    EXPECT_EQ(key->read("Name", 4, value), RegistryRead::TooBig);
-    EXPECT_EQ(key->read("Other", 4, value), RegistryRead::Absent);
-    EXPECT_EQ(key->valueAt(1, 5, 5, value), RegistryRead::Absent);
+    EXPECT_EQ(value.type, 0xFFFFFFFF);
+    EXPECT_TRUE(value.bytes == allBytes);
+    EXPECT_EQ(key->read("zeta", allBytes.size() - 1, value), RegistryRead::TooBig);
 }
 
 TEST_F(SqliteRegistryTest, WalksInAnyOrderAndSeesWhatWasWrittenMeanwhile) {
@@ -117,49 +113,40 @@ TEST_F(SqliteRegistryTest, PathsAreReadAsTheRegistryReadsThem) {
         {"root", "", true, 0},
         {"trailing separator", "A\\B\\", true, 0},
         {"repeated separators", "A\\\\\\B", true, 0},
-        {"leading separator", "\\A", false, automation::errors::PathNotFound},
-        {"only a separator", "\\", false, automation::errors::PathNotFound},
+        {"leading separator", "\\A", false, errors::PathNotFound},
+        {"only a separator", "\\", false, errors::PathNotFound},
         {"other separator", "A/B", false, 0},
         {"level of 255 characters", "A\\" + std::string(255, 'x'), false, 0},
-        {"level of 256 characters", "A\\" + std::string(256, 'x'), false, automation::errors::PathNotFound},
+        {"level of 256 characters", "A\\" + std::string(256, 'x'), false, errors::PathNotFound},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(open(c.path) != nullptr, c.found) << c.what;
-        EXPECT_EQ(errorOf([&] { create(c.path); }).first, c.createError) << c.what;
+        EXPECT_EQ(errorOf([&] { create(c.path); }), c.createError) << c.what;
     }
 }
 
 TEST_F(SqliteRegistryTest, RootsAreApartAndThereAreSix) {
-    const std::int32_t roots[] = {registry_root::kClassesRoot,   registry_root::kCurrentUser,
-                                  registry_root::kLocalMachine,  registry_root::kUsers,
-                                  registry_root::kCurrentConfig, registry_root::kDynamicData};
-    for (const std::int32_t root : roots) {
-        EXPECT_EQ(registry_.open(root, "K", RegistryAccess::Full), nullptr);
+    using namespace registry_root;
+    const std::int32_t roots[] = {kClassesRoot, kCurrentUser, kLocalMachine, kUsers, kCurrentConfig, kDynamicData};
+    for (const std::int32_t root : roots)
         registry_.create(root, "K")->write("root", registry_type::kString, std::to_string(root));
-        registry_.open(root, "", RegistryAccess::Full)->write("in the root", registry_type::kString, "x");
-    }
     for (const std::int32_t root : roots)
         EXPECT_EQ(bytesOf(*registry_.open(root, "K", RegistryAccess::Full), "root"), std::to_string(root));
-    for (const std::int32_t root : {0, 1, registry_root::kUsers + 1, registry_root::kDynamicData + 1}) {
+    for (const std::int32_t root : {0, 1, kUsers + 1, kDynamicData + 1}) {
         EXPECT_EQ(registry_.open(root, "K", RegistryAccess::Full), nullptr) << root;
-        EXPECT_NE(errorOf([&] { registry_.create(root, "K"); }).first, 0) << root;
+        EXPECT_NE(errorOf([&] { registry_.create(root, "K"); }), 0) << root;
     }
 }
 
-TEST_F(SqliteRegistryTest, DeletesKeysWithoutSubkeysAndKeepsTheirHandlesFromWriting) {
+TEST_F(SqliteRegistryTest, HandlesOfDeletedKeysDoNotWrite) {
     const auto parent = create("A");
     const auto child = create("A\\B");
-    create("A\\B\\C");
     child->write("v", registry_type::kString, "x");
-    EXPECT_FALSE(parent->deleteSubkey("b"));
-    EXPECT_FALSE(parent->deleteSubkey(""));
     EXPECT_FALSE(parent->deleteSubkey("missing"));
-    EXPECT_TRUE(parent->deleteSubkey("b\\c"));
     EXPECT_TRUE(parent->deleteSubkey("b"));
-    EXPECT_EQ(open("A\\B"), nullptr);
     // The next key that is made must not become the one that the old handle means.
     const auto next = create("A\\Next");
-    EXPECT_NE(errorOf([&] { child->write("v", registry_type::kString, "x"); }).first, 0);
+    EXPECT_NE(errorOf([&] { child->write("v", registry_type::kString, "x"); }), 0);
     EXPECT_EQ(bytesOf(*child, "v"), "(none)");
     EXPECT_THAT(namesIn(*next), ElementsAre());
 }
@@ -181,6 +168,166 @@ TEST_F(SqliteRegistryTest, AnotherUserOfTheFileSeesAWriteAtOnce) {
     theirs->write("w", registry_type::kString, "4");
     mine->write("v", registry_type::kString, "4");
     EXPECT_EQ(bytesOf(*mine, "w"), "4");
+}
+
+void runSql(const fs::path& file, const char* sql) {
+    SqliteDatabase(file, [](int, std::string_view message) {
+        throw std::runtime_error(std::string(message));
+    }).execute(sql);
+}
+
+TEST_F(SqliteRegistryTest, ReadingCreatesNothingAndAnEmptyFileBecomesAStore) {
+    EXPECT_EQ(open("Software\\Vendor"), nullptr);
+    EXPECT_EQ(open("", RegistryAccess::Read), nullptr);
+    EXPECT_FALSE(fs::exists(file_.parent_path()));
+    fs::create_directories(file_.parent_path());
+    writeFile(""); // as an interrupted start leaves it
+    EXPECT_EQ(open("K"), nullptr);
+    create("K");
+    EXPECT_NE(open("K"), nullptr);
+}
+
+TEST_F(SqliteRegistryTest, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
+    {
+        SqliteRegistry real(file_, codePage_);
+        real.create(kRoot, "K")->write("v", registry_type::kString, std::string(20000, 'x'));
+    }
+    const std::string store = contentsOf(file_);
+    ASSERT_GT(store.size(), 20000u);
+    std::string noTables = store;
+    noTables.replace(100, 4096 - 100, 4096 - 100, '\xEE');
+    constexpr const char* kDamaged = "is damaged, or is no settings store";
+    constexpr const char* kForeign = "is a database of another program";
+    const struct {
+        const char* what;
+        std::string contents; // "sql:" and statements for another program's database
+        const char* expected;
+    } cases[] = {
+        {"a text", "These are my notes. Keep them.\n", kDamaged},
+        {"a long text", std::string(10000, 'n'), kDamaged},
+        {"zeros", std::string(8192, '\0'), kDamaged},
+        {"the first page only", store.substr(0, 4096), kDamaged},
+        {"half", store.substr(0, store.size() / 2), kDamaged},
+        {"a broken first page", noTables, kDamaged},
+        {"a foreign database", "sql:CREATE TABLE notes(text); INSERT INTO notes VALUES('keep')", kForeign},
+        {"a foreign database that says so", "sql:PRAGMA application_id = 17; CREATE TABLE keys(id)", kForeign},
+        {"a foreign database with a log", "sql:PRAGMA journal_mode = WAL; CREATE TABLE keys(id)", kForeign},
+        {"a store of a later version", "sql:PRAGMA application_id = 0x5461726E; PRAGMA user_version = 2",
+         "was written by a newer version"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        fs::remove(file_);
+        if (c.contents.starts_with("sql:"))
+            runSql(file_, c.contents.c_str() + 4);
+        else
+            writeFile(c.contents);
+        const std::string before = contentsOf(file_);
+        SqliteRegistry refused(file_, codePage_);
+        const std::function<void()> calls[] = {
+            [&] { refused.open(kRoot, "K", RegistryAccess::Read); },
+            [&] { refused.open(kRoot, "K", RegistryAccess::Full); },
+            [&] { refused.create(kRoot, "New"); },
+        };
+        for (const auto& call : calls) {
+            EXPECT_EQ(errorOf(call), errors::PathFileAccess);
+            EXPECT_THAT(automation::toUtf8(errorTextOf(call)),
+                        testing::AllOf(HasSubstr(c.expected), HasSubstr(file_.string())));
+        }
+        EXPECT_TRUE(contentsOf(file_) == before) << "the file was changed";
+    }
+}
+
+// Damage behind the first pages is noticed when a read meets it; what it hides must not look absent.
+TEST_F(SqliteRegistryTest, ADamagedPageRaisesAndDoesNotEndTheList) {
+    constexpr int kValues = 200;
+    {
+        SqliteRegistry real(file_, codePage_);
+        const auto key = real.create(kRoot, "K");
+        for (int i = 0; i < kValues; ++i)
+            key->write("value " + std::to_string(i), registry_type::kString, std::string(500, 'x'));
+    }
+    std::string damaged = contentsOf(file_);
+    ASSERT_GT(damaged.size(), std::size_t{20} * 4096);
+    int walksThatRaised = 0;
+    for (std::size_t page = 2; page < damaged.size() / 4096; ++page) {
+        writeFile(std::string(damaged).replace(page * 4096, 4096, 4096, '\xEE'));
+        SqliteRegistry registry(file_, codePage_);
+        std::size_t seen = 0;
+        const std::int32_t error = errorOf([&] {
+            const auto key = registry.open(kRoot, "K", RegistryAccess::Read);
+            ASSERT_NE(key, nullptr) << "page " << page;
+            seen = namesIn(*key).size();
+        });
+        if (error != 0) ++walksThatRaised;
+        EXPECT_TRUE(error == errors::PathFileAccess || seen == kValues) << "page " << page << ": " << seen;
+    }
+    EXPECT_GT(walksThatRaised, 10);
+}
+
+TEST_F(SqliteRegistryTest, SaysWhyAPlaceCannotBeUsed) {
+    fs::create_directories(file_.parent_path());
+    writeFile("");
+    SqliteRegistry belowAFile(file_ / "registry.sqlite", codePage_);
+    EXPECT_EQ(errorOf([&] { belowAFile.create(kRoot, "K"); }), errors::PathFileAccess);
+    SqliteRegistry folder(folder_.path(), codePage_);
+    EXPECT_EQ(errorOf([&] { folder.open(kRoot, "K", RegistryAccess::Full); }), errors::PathFileAccess);
+    SqliteRegistry nowhere({}, codePage_);
+    const auto opening = [&] { nowhere.open(kRoot, "K", RegistryAccess::Read); };
+    EXPECT_EQ(errorOf(opening), errors::PathFileAccess);
+    EXPECT_THAT(automation::toUtf8(errorTextOf(opening)), HasSubstr("TARNCOM32_REGISTRY"));
+}
+
+/// Acts as a user without special rights while it lives.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { applied_ = geteuid() != 0 || seteuid(65534) == 0; }
+    ~OrdinaryUser() {
+        if (getuid() == 0) {
+            EXPECT_EQ(seteuid(0), 0);
+        }
+    }
+    bool applied() const { return applied_; }
+
+private:
+    bool applied_;
+};
+
+TEST_F(SqliteRegistryTest, AReadOnlyFileCanBeReadButNotOpenedForFullAccess) {
+    {
+        SqliteRegistry writer(file_, codePage_);
+        writer.create(kRoot, "K")->write("v", registry_type::kString, "x");
+    }
+    fs::permissions(file_, fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
+    fs::permissions(folder_.path(), fs::perms::all);
+    fs::permissions(file_.parent_path(), fs::perms::all);
+    const OrdinaryUser user;
+    ASSERT_TRUE(user.applied());
+    EXPECT_EQ(open("K", RegistryAccess::Full), nullptr);
+    const auto key = open("K", RegistryAccess::Read);
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(bytesOf(*key, "v"), "x");
+    EXPECT_EQ(errorOf([&] { create("New"); }), errors::PathFileAccess);
+    EXPECT_EQ(errorOf([&] { key->write("v", registry_type::kString, "y"); }), errors::PathFileAccess);
+}
+
+TEST(SqliteRegistryFile, IsTheNamedOneOrLiesInTheUsersDataFolder) {
+    const struct {
+        std::optional<std::string> home, data, named;
+        const char* expected;
+    } cases[] = {
+        {{}, {}, {}, ""},
+        {"/home/u", {}, {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
+        {"/home/u", "/data", {}, "/data/tarncom32/registry.sqlite"},
+        {"/home/u", "relative", {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
+        {"", "", {}, ""},
+        {"/home/u", "/data", "mine.sqlite", "mine.sqlite"},
+    };
+    for (const auto& c : cases) {
+        const tests::EnvironmentVariable home("HOME", c.home), data("XDG_DATA_HOME", c.data);
+        const tests::EnvironmentVariable named("TARNCOM32_REGISTRY", c.named);
+        EXPECT_EQ(SqliteRegistry::defaultFile(), fs::path(c.expected));
+    }
 }
 
 } // namespace
