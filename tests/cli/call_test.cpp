@@ -30,10 +30,8 @@ TEST(Call, PrintsTheResultThenEachByReferenceArgument) {
     check(
         {
             {{"StringFunctions.ReturnStringAfterLastDelimiter", "abc", ","}, "cba\n"},
-            {{"stringfunctions.REVERSESTRING", "gr\u00F6\u00DFe"}, "e\u00DF\u00F6rg\n"},
-            {{"TarnCom32.StringFunctions.ReverseString", ""}, "\n"},
+            {{"TarnCom32.stringfunctions.REVERSESTRING", "gr\u00F6\u00DFe"}, "e\u00DF\u00F6rg\n"},
             {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "a b", "b"}, "2\nsSource = a b\n"},
-            {{"StringFunctions.NumberOfExactMatchesRemovedFromString", "ab", "x"}, "-1\nsSource = ab\n"},
             {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "empty", "-1"}, "asResult = [\"a\",\"b\"]\n"},
             {{"StringFunctions.CreateCollectionFromString", "a!1;b!2"}, "[\"1\",\"2\"]\n"},
             // A flag of 1 is not True: it arrives with its bits.
@@ -43,8 +41,6 @@ TEST(Call, PrintsTheResultThenEachByReferenceArgument) {
             {{"StringFunctions.StringExistsInCollection", "k", "json:{\"K\":\"v\"}"}, "True\n"},
             {{"StringFunctions.IsBlank", "int:0"}, "True\n"},
             {{"StringFunctions.IsBlank", "text:int:0"}, "False\n"},
-            {{"StringFunctions.IsBlank", "num:0.5"}, "False\n"},
-            {{"StringFunctions.IsBlank", "bool:false"}, "False\n"},
             {{"StringFunctions.IsBlank", "json:[null,\" \",0,[]]"}, "True\n"},
             {{"StringFunctions.IsBlank", "nothing"}, "True\n"},
             {{"VisioFunctions.GetVisioObjectsFromAddonString", "/doc=1"},
@@ -84,12 +80,9 @@ TEST(Call, TakesAnyTextAsAnArgument) {
         {
             {{"call", "StringFunctions.ReverseString", "--", "--json"}, "nosj--\n"},
             {{"call", "StringFunctions.ReverseString", "--json", "--", "--"}, "{\"result\":\"--\"}\n"},
-            {{"call", "StringFunctions.ReverseString", "-5"}, "5-\n"},
             {{"call", "StringFunctions.ReverseString", "-"}, "-\n"},
-            {{"call", "StringFunctions.ReverseString", "++"}, "++\n"},
             {{"call", "StringFunctions.ReverseString", "session"}, "noisses\n"},
             {{"call", "StringFunctions.ReverseString", "[1,2]"}, "]2,1[\n"},
-            {{"call", "StringFunctions.ReverseString", "--", "call"}, "llac\n"},
             // Malformed UTF-8 comes out well formed.
             {{"call", "StringFunctions.ReverseString", "a\xFF\xE9"}, "\uFFFD\uFFFDa\n"},
             {{"call", "--json", "StringFunctions.ReverseString", "\U0001F600"}, "{\"result\":\"\uFFFD\uFFFD\"}\n"},
@@ -180,7 +173,7 @@ TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
 }
 
 TEST(Output, ThatCannotBeWrittenIsAFailure) {
-    const Outcome run = runTarnInto("/dev/full", {"classes"});
+    const Outcome run = runTarn({"classes"}, {}, "/dev/full");
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.err, "tarn: the output could not be written; is the disk full?\n");
 }

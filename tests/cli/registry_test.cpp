@@ -107,7 +107,6 @@ TEST_F(RegistryCommandTest, RefusesInOneLineThatSaysWhatToDo) {
         {{"set", "HKCU\\K", "Name", "x", "--type", "REG_LINK"}, 2, "write REG_SZ, "},
         {{"set", "HKCU\\K", "Name", "4294967296", "--type", "REG_DWORD"}, 2, "is not a number from 0 to 4294967295"},
         {{"set", "HKCU\\K", "Name", "0a f", "--type", "REG_BINARY"}, 2, "is not a row of hexadecimal bytes"},
-        {{"set", "HKCU\\K"}, 2, "is required"},
         {{"export", "HKCU\\K", "/nowhere/x.reg"}, 1, "The file /nowhere/x.reg could not be written"},
         {{}, 2, "tarn registry --help"},
     };
@@ -143,10 +142,8 @@ TEST_F(RegistryCommandTest, ExportsEveryTypeAsTheRegistryToolsReadIt) {
         {"Lines", type::kString, "a\nb\0"s, R"("Lines"=hex(1):61,00,0a,00,62,00,00,00)"},
         {"Expand", type::kExpandString, "%a\0"s, R"("Expand"=hex(2):25,00,61,00,00,00)"},
         {"Binary", type::kBinary, "\x01\xFE"s, R"("Binary"=hex:01,fe)"},
-        {"No binary", type::kBinary, "", R"("No binary"=hex:)"},
         {"Number", type::kDword, "\x2A\0\0\x80"s, R"("Number"=dword:8000002a)"},
         {"Short number", type::kDword, "\x2A"s, R"("Short number"=hex(4):2a)"},
-        {"Big-endian", type::kDwordBigEndian, "\0\0\0\x2A"s, R"("Big-endian"=hex(5):00,00,00,2a)"},
         {"List", type::kMultiString, "a\0b\0\0"s, R"("List"=hex(7):61,00,00,00,62,00,00,00,00,00)"},
         {"Long", type::kQword, "\1\0\0\0\0\0\0\0"s, R"("Long"=hex(b):01,00,00,00,00,00,00,00)"},
         {"None", type::kNone, "\1"s, R"("None"=hex(0):01)"},

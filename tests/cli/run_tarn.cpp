@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <memory>
 #include <pty.h>
 #include <stdexcept>
@@ -67,11 +66,13 @@ int statusOf(pid_t child) {
 
 } // namespace
 
-Outcome runTarn(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
-    const File out = temporaryFile();
+Outcome runTarn(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
+                const char* target) {
+    const File out = target != nullptr ? File(std::fopen(target, "w")) : temporaryFile();
+    if (!out) throw std::runtime_error(std::string("cannot open ") + target);
     const File err = temporaryFile();
     const int status = statusOf(start(fileno(out.get()), fileno(err.get()), arguments, environment));
-    return {status, contents(out.get()), contents(err.get())};
+    return {status, target != nullptr ? "" : contents(out.get()), contents(err.get())};
 }
 
 Outcome runTarnOnTerminal(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
@@ -91,15 +92,6 @@ Outcome runTarnOnTerminal(const std::vector<std::string>& arguments, const std::
     run.status = statusOf(child);
     run.err = contents(err.get());
     return run;
-}
-
-Outcome runTarnInto(const std::string& path, const std::vector<std::string>& arguments) {
-    const File err = temporaryFile();
-    const int out = open(path.c_str(), O_WRONLY | O_CLOEXEC);
-    if (out < 0) throw std::runtime_error("cannot open " + path);
-    const int status = statusOf(start(out, fileno(err.get()), arguments, {}));
-    close(out);
-    return {status, {}, contents(err.get())};
 }
 
 } // namespace tarncom32::tests

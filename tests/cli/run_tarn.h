@@ -13,13 +13,11 @@ struct Outcome {
 };
 
 /// Runs tarn with these arguments, standard input closed, and nothing in the environment but `environment`
-/// ("NAME=value").
-Outcome runTarn(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {});
+/// ("NAME=value"). Where standard output goes to the file `target`, `out` stays empty.
+Outcome runTarn(const std::vector<std::string>& arguments, const std::vector<std::string>& environment = {},
+                const char* target = nullptr);
 
 /// The same with standard output on a terminal of 80 columns; what the terminal got is `out`, with "\n" as line end.
 Outcome runTarnOnTerminal(const std::vector<std::string>& arguments, const std::vector<std::string>& environment);
-
-/// The same with standard output sent to the file `path`; `out` stays empty.
-Outcome runTarnInto(const std::string& path, const std::vector<std::string>& arguments);
 
 } // namespace tarncom32::tests

@@ -64,7 +64,7 @@ TEST(Session, TellsTheUserOfAnUnfitVersion) {
     const struct {
         const char* wanted;
         const char* message;
-    } cases[] = {{"1.3", "newer than 1.3."}, {"1.5", "older than 1.5."}, {"10", "older than 10."}};
+    } cases[] = {{"1.3", "newer than 1.3."}, {"10", "older than 10."}};
     for (const auto& line : cases) {
         const Outcome run = session({"--wanted-version", line.wanted, "--application", "OfficeNetwork"});
         EXPECT_EQ(run.err, std::string("[OfficeNetwork] The document's version 1.4 is ") + line.message + '\n');
