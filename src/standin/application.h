@@ -42,7 +42,6 @@ public:
     String version() { return options_.version; }
 
     const ApplicationOptions& options() const { return options_; }
-    bool hasQuit() const { return hasQuit_; }
     /// The open documents in order; their positions count from 0 here.
     const std::vector<Ref<Document>>& openDocuments() const { return documents_; }
     /// Opens a file, or finds it open already. Raises when it is not there or no drawing; nothing is opened then.

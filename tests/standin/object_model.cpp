@@ -14,6 +14,18 @@ std::string textIn(const Variant& value) {
     return automation::toUtf8(automation::toText(value));
 }
 
+std::string get(const ObjectRef& object, StringView member) {
+    return textIn(object->get(automation::MemberName(member)));
+}
+
+ObjectRef itemOf(const ObjectRef& object, StringView collection, const Variant& index) {
+    return objectIn(objectIn(object->get(automation::MemberName(collection)))->call(u"Item", index));
+}
+
+ObjectRef open(const ObjectRef& application, const String& path) {
+    return objectIn(objectIn(application->get(u"Documents"))->call(u"Open", path));
+}
+
 std::string errorOf(const std::function<void()>& action) {
     try {
         action();

@@ -18,6 +18,13 @@ using automation::Variant;
 ObjectRef objectIn(const Variant& value);
 std::string textIn(const Variant& value);
 
+/// A property's text.
+std::string get(const ObjectRef& object, StringView member);
+/// An item of a collection that a property holds.
+ObjectRef itemOf(const ObjectRef& object, StringView collection, const Variant& index);
+/// The document of a file that is opened.
+ObjectRef open(const ObjectRef& application, const String& path);
+
 /// "number text" of the error that `action` raises; "" when it raises none.
 std::string errorOf(const std::function<void()>& action);
 
@@ -25,9 +32,9 @@ std::string errorOf(const std::function<void()>& action);
 struct BlankDrawing {
     Ref<standin::Application> application = standin::startApplication();
     ObjectRef document = objectIn(objectIn(application->get(u"Documents"))->call(u"Add", u""));
-    ObjectRef page = objectIn(objectIn(document->get(u"Pages"))->call(u"Item", 1));
+    ObjectRef page = itemOf(document, u"Pages", 1);
     ObjectRef shapes() const { return objectIn(page->get(u"Shapes")); }
-    ObjectRef shape(const Variant& index) const { return objectIn(shapes()->call(u"Item", index)); }
+    ObjectRef shape(const Variant& index) const { return itemOf(page, u"Shapes", index); }
     /// A unit square; on the page unless `in` is a group.
     ObjectRef square(const ObjectRef& in = nullptr) const;
     ObjectRef group(const ObjectRef& in = nullptr) const;

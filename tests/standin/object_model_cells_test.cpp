@@ -39,10 +39,10 @@ TEST(ObjectModelCells, Formulas) {
     for (const FormulaCase& c : cases) {
         SCOPED_TRACE(automation::toUtf8(c.assigned));
         cell->put(u"Formula", c.assigned);
-        EXPECT_EQ(textIn(cell->get(u"FormulaU")), c.formula);
+        EXPECT_EQ(get(cell, u"FormulaU"), c.formula);
         EXPECT_EQ(textIn(cell->get(u"ResultStr", u"")), c.text);
         EXPECT_DOUBLE_EQ(automation::toDouble(cell->get(u"ResultIU")), c.internal);
-        EXPECT_EQ(textIn(cell->get(u"IsConstant")), c.constant ? "-1" : "0");
+        EXPECT_EQ(get(cell, u"IsConstant"), c.constant ? "-1" : "0");
     }
     for (const StringView broken : {u"\"abc", u"(1", u"1)", u"a\"b"})
         EXPECT_EQ(errorOf([&] { cell->put(u"Formula", broken); }).substr(0, 29), "-2147024809 Invalid parameter")
@@ -65,9 +65,9 @@ TEST(ObjectModelCells, ResultsInUnits) {
     }
     EXPECT_EQ(errorOf([&] { width->get(u"Result", u"parsec"); }), "5 Bad measurement unit");
     width->put(u"Result", u"cm", 2.54);
-    EXPECT_EQ(textIn(width->get(u"Formula")), "2.54 cm");
+    EXPECT_EQ(get(width, u"Formula"), "2.54 cm");
     width->put(u"ResultIU", 2);
-    EXPECT_EQ(textIn(width->get(u"Formula")), "5.08 cm") << "a number keeps the cell's unit";
+    EXPECT_EQ(get(width, u"Formula"), "5.08 cm") << "a number keeps the cell's unit";
     EXPECT_DOUBLE_EQ(automation::toDouble(Variant(width)), 2) << "a cell reads as its result";
 }
 
@@ -81,7 +81,7 @@ TEST(ObjectModelCells, GuardedCellsNeedForce) {
     EXPECT_EQ(errorOf([&] { cell->put(u"FormulaU", u"3"); }), refused);
     EXPECT_EQ(errorOf([&] { cell->put(u"ResultIU", 3); }), refused);
     cell->put(u"FormulaForceU", u"3");
-    EXPECT_EQ(textIn(cell->get(u"Formula")), "3");
+    EXPECT_EQ(get(cell, u"Formula"), "3");
 }
 
 TEST(ObjectModelCells, NamedRows) {
@@ -114,7 +114,7 @@ TEST(ObjectModelCells, NamedRows) {
             EXPECT_EQ(sheet->get(u"CellExists", c.cell, locally), Variant(static_cast<std::int16_t>(c.exists)))
                 << automation::toUtf8(c.cell);
     const ObjectRef version = objectIn(sheet->get(u"Cells", u"User.Version"));
-    EXPECT_EQ(textIn(version->get(u"Formula")), "") << "a new row is empty";
+    EXPECT_EQ(get(version, u"Formula"), "") << "a new row is empty";
     version->put(u"Formula", u"\"2.5\"");
     EXPECT_EQ(textIn(objectIn(sheet->get(u"CellsU", u"user.version.value"))->get(u"ResultStr", 0)), "2.5");
     EXPECT_EQ(textIn(objectIn(sheet->get(u"Cells", u"user.version.prompt"))->get(u"Name")), "User.Version.Prompt");

@@ -7,12 +7,6 @@ namespace tarncom32::standin {
 namespace {
 
 using namespace tests;
-using automation::MemberName;
-
-std::string get(const ObjectRef& object, StringView member) {
-    return textIn(object->get(MemberName(member)));
-}
-
 /// A master "PC" with cells, text and two sub-shapes, and three instances of it: 1 has nothing of its own but what it
 /// says about rows, 10 spells out one sub-shape and deletes the other, 20 has its own text and sections.
 Parts drawingWithInstances() {
@@ -37,9 +31,7 @@ Parts drawingWithInstances() {
 TEST(ObjectModelMasters, CellsAreInherited) {
     const TemporaryFile file(drawingWithInstances());
     const auto application = startApplication();
-    const ObjectRef page =
-        objectIn(objectIn(objectIn(objectIn(application->get(u"Documents"))->call(u"Open", file.path()))->get(u"Pages"))
-                     ->call(u"Item", 1));
+    const ObjectRef page = objectIn(objectIn(open(application, file.path())->get(u"Pages"))->call(u"Item", 1));
     const struct {
         StringView shape;
         StringView cell;
@@ -65,7 +57,7 @@ TEST(ObjectModelMasters, CellsAreInherited) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(automation::toUtf8(c.shape) + " " + automation::toUtf8(c.cell));
-        const ObjectRef shape = objectIn(objectIn(page->get(u"Shapes"))->call(u"Item", c.shape));
+        const ObjectRef shape = itemOf(page, u"Shapes", c.shape);
         EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 1)), std::to_string(c.local));
         EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 0)), std::to_string(c.exists));
         if (!c.exists) continue;
@@ -91,8 +83,8 @@ TEST(ObjectModelMasters, CellsAreInherited) {
 TEST(ObjectModelMasters, SubShapesAndTextsAreInherited) {
     const TemporaryFile file(drawingWithInstances());
     const auto application = startApplication();
-    const ObjectRef document = objectIn(objectIn(application->get(u"Documents"))->call(u"Open", file.path()));
-    const ObjectRef shapes = objectIn(objectIn(objectIn(document->get(u"Pages"))->call(u"Item", 1))->get(u"Shapes"));
+    const ObjectRef document = open(application, file.path());
+    const ObjectRef shapes = objectIn(itemOf(document, u"Pages", 1)->get(u"Shapes"));
     std::string walked;
     automation::forEach(*shapes, [&](const Variant& item) {
         const ObjectRef shape = objectIn(item);
@@ -197,7 +189,7 @@ TEST(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
     EXPECT_EQ(objectIn(second->get(u"Master")), master);
     EXPECT_EQ(textIn(objectIn(second->get(u"Cells", u"PinY"))->get(u"ResultIU")), "3");
     EXPECT_EQ(textIn(objectIn(second->get(u"Cells", u"User.Application"))->get(u"ResultStr", 0)), "net");
-    const ObjectRef port = objectIn(objectIn(second->get(u"Shapes"))->call(u"Item", 1));
+    const ObjectRef port = itemOf(second, u"Shapes", 1);
     EXPECT_EQ(get(port, u"Text") + " " + get(port, u"NameID"), "port Sheet.4");
     EXPECT_EQ(errorOf([&] { master->call(u"Drop", master, 0, 0); }),
               "-2032465762 Inappropriate target object for this action (a master cannot contain itself)");

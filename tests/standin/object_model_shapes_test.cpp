@@ -7,12 +7,6 @@ namespace tarncom32::standin {
 namespace {
 
 using namespace tests;
-using automation::MemberName;
-
-std::string get(const ObjectRef& object, StringView member) {
-    return textIn(object->get(MemberName(member)));
-}
-
 TEST(ObjectModelShapes, AShapeIsOneObjectWhileItIsHeld) {
     const BlankDrawing drawing;
     const ObjectRef shape = drawing.square();
@@ -44,7 +38,7 @@ TEST(ObjectModelShapes, GroupsHoldShapesInDrawingOrder) {
     EXPECT_EQ(errorOf([&] { drawing.square(leaf); }),
               "-2032465763 Inappropriate source object for this action (the shape is no group)");
     // A name finds shapes of the whole page through any of its collections.
-    EXPECT_EQ(objectIn(objectIn(group->get(u"Shapes"))->call(u"Item", u"Sheet.4")), drawing.shape(2));
+    EXPECT_EQ(itemOf(group, u"Shapes", u"Sheet.4"), drawing.shape(2));
     EXPECT_EQ(drawing.shape(u"sheet.3"), leaf);
 }
 
@@ -113,7 +107,7 @@ TEST(ObjectModelShapes, GuidsAreMadeOnDemandAndFound) {
     EXPECT_EQ(guid.size(), 38U);
     EXPECT_EQ(leaf->get(u"UniqueID", 1), Variant(guid)) << "a GUID is made once";
     EXPECT_EQ(drawing.shape(u"*" + guid), leaf);
-    EXPECT_EQ(objectIn(objectIn(group->get(u"Shapes"))->call(u"Item", guid)), leaf);
+    EXPECT_EQ(itemOf(group, u"Shapes", guid), leaf);
     EXPECT_EQ(errorOf([&] { drawing.shape(guid); }), "-2032465660 Object name not found");
     EXPECT_EQ(textIn(leaf->get(u"UniqueID", 2)), "");
     EXPECT_NE(errorOf([&] { drawing.shape(u"*" + guid); }), "");
