@@ -185,7 +185,8 @@ bool SqliteStore::deleteKey(KeyId key) {
             statement.bind(1, key);
             statement.step();
         }
-        deleted = true;
+        // Another process may have been faster.
+        deleted = sqlite3_changes(database_.handle()) > 0;
     });
     return deleted;
 }
@@ -207,22 +208,20 @@ bool SqliteStore::findEntry(KeyId key, const StoredName& name) {
 }
 
 bool SqliteStore::entryAt(KeyId key, std::uint32_t index) {
-    if (walkedKey_ != key || nextInWalk_ != index) {
+    const bool goesOn = walkedKey_ == key && nextInWalk_ == index;
+    if (!goesOn) {
         endWalk();
         walk_.bind(1, key);
-        walkedKey_ = key;
-        while (nextInWalk_ < index && walk_.step())
-            ++nextInWalk_;
-        if (nextInWalk_ < index) {
-            endWalk();
-            return false;
-        }
     }
-    if (!walk_.step()) {
+    // Before it stands on the entry it is no walk: a step that fails must leave none to go on with.
+    walkedKey_.reset();
+    for (std::uint32_t next = goesOn ? index : 0; next <= index; ++next) {
+        if (walk_.step()) continue;
         endWalk();
         return false;
     }
-    ++nextInWalk_;
+    walkedKey_ = key;
+    nextInWalk_ = index + 1;
     return true;
 }
 
@@ -247,9 +246,8 @@ bool SqliteStore::deleteEntry(KeyId key, const StoredName& name) {
 }
 
 void SqliteStore::endWalk() noexcept {
-    if (walkedKey_) walk_.reset();
+    walk_.reset();
     walkedKey_.reset();
-    nextInWalk_ = 0;
 }
 
 } // namespace tarncom32::platform::portable
