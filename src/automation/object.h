@@ -63,6 +63,11 @@ public:
     virtual Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments,
                            std::uint32_t byReference = 0) = 0;
 
+    /// Calls a method with its last argument given by the name of its parameter; the others stand in their published
+    /// order. An object that does not go by parameters' names takes that argument by its place as well: let the two
+    /// agree. Raises as `invoke` does.
+    virtual Variant invokeNamed(const MemberName& name, const MemberName& parameter, std::span<Variant> arguments);
+
     /// Whether the object answers to `name`, whatever the kind of member.
     virtual bool hasMember(const MemberName& name) = 0;
 

@@ -140,8 +140,10 @@ String FileOperations::getTempPathFileName(ObjectRef& oFSO, StringView sExtensio
 void FileOperations::saveStreamToFile(StringView sStreamToSave, StringView sFullFileName, Boolean bOverwrite,
                                       ObjectRef& oFSO) {
     reportAndStop(platform_.messageBox, kClassName, u"SaveStreamToFile", [&] {
-        // No third argument: the file is not to be in UTF-16.
-        const ObjectRef stream = toObject(fileSystemObject(oFSO).call(u"CreateTextFile", sFullFileName, bOverwrite));
+        // Nothing is said of UTF-16, so that the file is in the code page.
+        std::array<Variant, 2> arguments{Variant(sFullFileName), Variant(bOverwrite)};
+        const ObjectRef stream =
+            toObject(fileSystemObject(oFSO).invokeNamed(u"CreateTextFile", u"Overwrite", arguments));
         deref(stream).call(u"Write", sStreamToSave);
         stream->call(u"Close");
     });

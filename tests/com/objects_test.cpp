@@ -17,15 +17,21 @@ public:
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) override {
         ++lookups;
         const StringView name = viewOf(names[0]);
         ids[0] = equalsIgnoreCase(name, u"Value") ? 1 : equalsIgnoreCase(name, u"Fail") ? 2 : DISPID_UNKNOWN;
-        return ids[0] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : S_OK;
+        bool known = ids[0] != DISPID_UNKNOWN;
+        if (count > 1) {
+            ids[1] = equalsIgnoreCase(viewOf(names[1]), u"Last") ? 7 : DISPID_UNKNOWN;
+            known = known && ids[1] != DISPID_UNKNOWN;
+        }
+        return known ? S_OK : DISP_E_UNKNOWNNAME;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters, VARIANT* result,
                                      EXCEPINFO* exception, UINT*) override {
         lastFlags = flags;
+        lastNamed = parameters->cNamedArgs == 1 ? parameters->rgdispidNamedArgs[0] : DISPID_UNKNOWN;
         lastArguments.clear();
         for (UINT i = parameters->cArgs; i-- > 0;)
             lastArguments.push_back(fromVariant(parameters->rgvarg[i]));
@@ -42,6 +48,7 @@ public:
 
     int lookups = 0;
     WORD lastFlags = 0;
+    DISPID lastNamed = DISPID_UNKNOWN;
     std::vector<Variant> lastArguments;
     Variant answer = Boolean(true);
     bool failAsSink = false;
@@ -90,6 +97,17 @@ TEST_F(Objects, LookUpEachNameOnce) {
     EXPECT_EQ(foreign->lastArguments, std::vector<Variant>{probe});
     EXPECT_TRUE(object->hasMember(u"Value"));
     EXPECT_FALSE(object->hasMember(u"Other"));
+}
+
+TEST_F(Objects, TakeTheLastArgumentByItsNameWhereTheyKnowIt) {
+    const ObjectRef object = importObject(holder.get());
+    for (const auto& [parameter, id] :
+         {std::pair{MemberName(u"last"), DISPID{7}}, {MemberName(u"Unknown"), DISPID_UNKNOWN}}) {
+        Variant arguments[] = {1, u"two"};
+        EXPECT_EQ(object->invokeNamed(u"Value", parameter, arguments), Variant(std::int32_t{42}));
+        EXPECT_EQ(foreign->lastNamed, id);
+        EXPECT_EQ(foreign->lastArguments, (std::vector<Variant>{1, u"two"}));
+    }
 }
 
 TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {

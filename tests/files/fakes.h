@@ -30,7 +30,14 @@ public:
         return member->second(arguments);
     }
 
+    automation::Variant invokeNamed(const automation::MemberName& name, const automation::MemberName& parameter,
+                                    Arguments arguments) override {
+        named.emplace_back(parameter.text());
+        return Object::invokeNamed(name, parameter, arguments);
+    }
+
     std::vector<automation::String> accessed;
+    std::vector<automation::String> named; ///< the parameters that were given by name
 
 private:
     std::map<automation::String, Member> members_;

@@ -117,7 +117,7 @@ TEST_F(FileOperationsTest, CallsACallersObjectByName) {
         {u"Write", [&](Arguments a) { return text = a[0], Variant(); }},
         {u"Close", [&](Arguments) { return closed = true, Variant(); }},
     });
-    ObjectRef own = automation::make<NamedObject>(std::map<String, NamedObject::Member>{
+    const auto foreign = automation::make<NamedObject>(std::map<String, NamedObject::Member>{
         {u"GetExtensionName", [](Arguments) { return Variant(u"vsdx"); }},
         {u"GetFileName", [](Arguments a) { return Variant(u"name of " + toText(a[0])); }},
         {u"GetSpecialFolder", [](Arguments a) { return Variant(answering(u"Path", u"D:\\Folder" + toText(a[0]))); }},
@@ -125,6 +125,7 @@ TEST_F(FileOperationsTest, CallsACallersObjectByName) {
         {u"CreateTextFile",
          [&](Arguments a) { return created = a[0], overwrite = a[1], count = a.size(), Variant(stream); }},
     });
+    ObjectRef own = foreign;
     EXPECT_EQ(operations_->trimFileExtension(u"C:\\Plan.vsdx", own), u"C:\\Plan");
     EXPECT_EQ(operations_->trimFilePath(u"C:\\Plan", own), u"name of C:\\Plan");
     EXPECT_EQ(operations_->getTempDirectory(own), u"D:\\Folder2\\");
@@ -134,6 +135,7 @@ TEST_F(FileOperationsTest, CallsACallersObjectByName) {
     operations_->saveStreamToFile(u"line\n", u"C:\\out.txt", false, own);
     EXPECT_EQ(created, Variant(u"C:\\out.txt"));
     EXPECT_EQ(overwrite, Variant(false));
+    EXPECT_THAT(foreign->named, ElementsAre(u"Overwrite"));
     EXPECT_EQ(count, 2U); // nothing is said of UTF-16
     EXPECT_EQ(text, Variant(u"line\n"));
     EXPECT_TRUE(closed);

@@ -23,25 +23,9 @@ bool isWine() {
 }
 
 // Windows' calls on a system that says it is another one.
-class OlderWindows final : public platform::PathCalls {
+class OlderWindows final : public platform::windows::WindowsPathCalls {
 public:
     platform::SystemVersion version() const override { return {4, 10}; }
-    std::size_t shortPath(const std::string& path, std::span<char> buffer) override {
-        return calls_.shortPath(path, buffer);
-    }
-    std::size_t shortPath(const String& path, std::span<char16_t> buffer) override {
-        return calls_.shortPath(path, buffer);
-    }
-    std::size_t longPath(const std::string& path, std::span<char> buffer) override {
-        return calls_.longPath(path, buffer);
-    }
-    std::size_t longPath(const String& path, std::span<char16_t> buffer) override {
-        return calls_.longPath(path, buffer);
-    }
-    std::optional<std::string> findFirst(const std::string& path) override { return calls_.findFirst(path); }
-
-private:
-    platform::windows::WindowsPathCalls calls_;
 };
 
 class WindowsPortsTest : public testing::Test {

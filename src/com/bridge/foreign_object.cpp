@@ -43,6 +43,10 @@ WORD flagsOf(Access access) {
     return DISPATCH_METHOD;
 }
 
+bool assigns(Access access) {
+    return access == Access::Let || access == Access::Set;
+}
+
 /// EXCEPINFO with its texts, freed.
 struct Exception : EXCEPINFO {
     Exception() : EXCEPINFO{} {}
@@ -180,19 +184,35 @@ bool ForeignObject::hasMember(const MemberName& name) {
 Variant ForeignObject::invoke(const MemberName& name, Access access, std::span<Variant> arguments,
                               std::uint32_t byReference) {
     DISPID dispid = DISPID_UNKNOWN;
-    HRESULT result = dispidOf(name, dispid);
-    if (FAILED(result)) {
+    if (const HRESULT result = dispidOf(name, dispid); FAILED(result)) {
         if (result != DISP_E_UNKNOWNNAME && result != E_NOINTERFACE)
             throw Error::fromHresult(static_cast<std::int32_t>(result));
         throw Error(errors::NoSuchMember, String(automation::descriptionOf(errors::NoSuchMember)) + u": " + typeName() +
                                               u"." + String(name.text()));
     }
+    DISPID assigned = DISPID_PROPERTYPUT;
+    return send(dispid, access, arguments, byReference, assigns(access) ? &assigned : nullptr);
+}
+
+Variant ForeignObject::invokeNamed(const MemberName& name, const MemberName& parameter, std::span<Variant> arguments) {
+    const String texts[] = {String(name.text()), String(parameter.text())};
+    LPOLESTR wanted[] = {const_cast<LPOLESTR>(wide(texts[0])), const_cast<LPOLESTR>(wide(texts[1]))};
+    DISPID ids[] = {DISPID_UNKNOWN, DISPID_UNKNOWN};
+    const bool known = dispatch_ &&
+                       SUCCEEDED(dispatch_->GetIDsOfNames(IID_NULL, wanted, 2, LOCALE_USER_DEFAULT, ids)) &&
+                       ids[1] != DISPID_UNKNOWN;
+    // Objects of scripts know the names of their members only.
+    if (!known) return invoke(name, Access::MethodOrGet, arguments, 0);
+    return send(ids[0], Access::MethodOrGet, arguments, 0, &ids[1]);
+}
+
+Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arguments, std::uint32_t byReference,
+                            DISPID* named) {
     WireArguments wire(arguments, byReference);
     DISPPARAMS parameters = wire.parameters();
-    DISPID assigned = DISPID_PROPERTYPUT;
-    const bool assigns = access == Access::Let || access == Access::Set;
-    if (assigns) {
-        parameters.rgdispidNamedArgs = &assigned;
+    // Named arguments stand in front, and the last argument stands first.
+    if (named) {
+        parameters.rgdispidNamedArgs = named;
         parameters.cNamedArgs = 1;
     }
     OwnedVariant value;
@@ -200,8 +220,8 @@ Variant ForeignObject::invoke(const MemberName& name, Access access, std::span<V
     UINT badArgument = 0;
     // The object may go away while it is called.
     const ComPtr<IDispatch> target(dispatch_);
-    result = target->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, flagsOf(access), &parameters,
-                            assigns ? nullptr : &value, &exception, &badArgument);
+    const HRESULT result = target->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, flagsOf(access), &parameters,
+                                          assigns(access) ? nullptr : &value, &exception, &badArgument);
     wire.takeBack();
     if (result == DISP_E_EXCEPTION) throw exception.error();
     if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));

@@ -18,6 +18,8 @@ public:
     /// An argument whose bit is set in `byReference` goes as a reference to a variable of its own type.
     automation::Variant invoke(const automation::MemberName& name, automation::Access access,
                                std::span<automation::Variant> arguments, std::uint32_t byReference) override;
+    automation::Variant invokeNamed(const automation::MemberName& name, const automation::MemberName& parameter,
+                                    std::span<automation::Variant> arguments) override;
     bool hasMember(const automation::MemberName& name) override;
     std::unique_ptr<automation::Enumerator> enumerate() override;
 
@@ -33,6 +35,9 @@ private:
         DISPID dispid;
     };
     HRESULT dispidOf(const automation::MemberName& name, DISPID& dispid);
+    /// Calls the member; `named` is the id of the last argument, null when that has none.
+    automation::Variant send(DISPID dispid, automation::Access access, std::span<automation::Variant> arguments,
+                             std::uint32_t byReference, DISPID* named);
 
     ComPtr<IUnknown> identity_;
     ComPtr<IDispatch> dispatch_;

@@ -5,7 +5,7 @@
 namespace tarncom32::platform::windows {
 
 /// The system's own calls.
-class WindowsPathCalls final : public PathCalls {
+class WindowsPathCalls : public PathCalls {
 public:
     SystemVersion version() const override;
     std::size_t shortPath(const std::string& path, std::span<char> buffer) override;
