@@ -64,15 +64,13 @@ TEST_F(FileOperationsTest, CleansTheCallersVariable) {
         Variant left;
         String result;
     };
-    const Case cases[] = {
-        {u"a/b:c?.vsd", u"a_b_c_.vsd", u"a_b_c_.vsd"},
-        {u"\\/:?<>|", u"_______", u"_______"},
-        {u"a*b\"c", u"a*b\"c", u"a*b\"c"}, // these two stay
-        {std::int16_t{12}, u"12", u"12"},
-        {{}, u"", u""},
-        {Null{}, Null{}, u""},
-        {Array(automation::VariantType::String), Array(automation::VariantType::String), u""},
-    };
+    const Case cases[] = {{u"a/b:c?.vsd", u"a_b_c_.vsd", u"a_b_c_.vsd"},
+                          {u"\\/:?<>|", u"_______", u"_______"},
+                          {u"a*b\"c", u"a*b\"c", u"a*b\"c"}, // these two stay
+                          {std::int16_t{12}, u"12", u"12"},
+                          {{}, u"", u""},
+                          {Null{}, Null{}, u""},
+                          {Array(automation::VariantType::String), Array(automation::VariantType::String), u""}};
     for (const Case& c : cases) {
         Variant name = c.given;
         EXPECT_EQ(operations_->cleanFileName(name), c.result);
