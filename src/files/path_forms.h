@@ -19,10 +19,12 @@ bool canUseWidePathCalls(platform::SystemVersion version);
 /// result is the buffer as it was: 260 exclamation marks. The UTF-16 calls have 32000 characters.
 class PathForms {
 public:
+    /// Both must outlive the object.
     PathForms(platform::PathCalls& calls, const platform::CodePage& codePage) : calls_(calls), codePage_(codePage) {}
 
+    /// By the UTF-16 call where `canUseWidePathCalls` is true, else by the 8-bit one.
     automation::String shortPath(automation::StringView longPath) const;
-    /// Only for a version of which `canUseLongPathCall` is true.
+    /// By the same choice. Only for a version of which `canUseLongPathCall` is true.
     automation::String longPath(automation::StringView shortPath) const;
     /// The long form put together folder by folder: each piece of the path becomes the name that the directory stores
     /// for it, or stays when there is none. A drive stays. An empty last piece, of a path that ends in a separator,

@@ -10,6 +10,7 @@ public:
     virtual ~CodePage() = default;
     /// Characters that the code page lacks become "?".
     virtual std::string encode(automation::StringView text) const = 0;
+    /// Every byte of the text, NULs included.
     virtual automation::String decode(std::string_view bytes) const = 0;
 
     /// What is left of `text` after the way there and back.

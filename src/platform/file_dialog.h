@@ -8,15 +8,15 @@ namespace tarncom32::platform {
 
 /// Flags of a file dialog that surroundings without the system's own dialogs heed, numbered as the system numbers them.
 namespace dialog_flag {
-inline constexpr std::int32_t kOverwritePrompt = 2; ///< Save asks before an existing file is chosen
-inline constexpr std::int32_t kPathMustExist = 2048;
-inline constexpr std::int32_t kFileMustExist = 4096;
+inline constexpr std::int32_t kOverwritePrompt = 2;  ///< Save asks before an existing file is chosen
+inline constexpr std::int32_t kPathMustExist = 2048; ///< the folder of the chosen file exists
+inline constexpr std::int32_t kFileMustExist = 4096; ///< the chosen file exists
 } // namespace dialog_flag
 
 /// Failure codes of a file dialog, numbered as the system numbers them.
 namespace dialog_failure {
-inline constexpr std::int32_t kNone = 0; ///< the user cancelled
-inline constexpr std::int32_t kBufferTooSmall = 12291;
+inline constexpr std::int32_t kNone = 0;               ///< the user cancelled
+inline constexpr std::int32_t kBufferTooSmall = 12291; ///< the path has more than `fileSize` - 1 characters
 } // namespace dialog_failure
 
 /// What a file dialog is given: the fields of the system's own request, by the same meaning.
@@ -34,6 +34,7 @@ struct FileDialogRequest {
     automation::String defaultExtension; ///< passed on unchanged
 };
 
+/// What became of the dialog.
 struct FileDialogAnswer {
     bool chosen = false;
     std::int32_t failure = 0;     ///< why nothing was chosen, of `dialog_failure`; 0: the user cancelled
@@ -45,7 +46,9 @@ struct FileDialogAnswer {
 class FileDialog {
 public:
     virtual ~FileDialog() = default;
+    /// Asks for a file to open; where it has to exist, the flags say so.
     virtual FileDialogAnswer showOpen(const FileDialogRequest& request) = 0;
+    /// Asks for a file to write to.
     virtual FileDialogAnswer showSave(const FileDialogRequest& request) = 0;
 };
 

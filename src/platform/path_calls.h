@@ -21,9 +21,12 @@ struct SystemVersion {
 class PathCalls {
 public:
     virtual ~PathCalls() = default;
+    /// The version that decides which of the calls are used.
     virtual SystemVersion version() const = 0;
+    /// To the short form, in 8-bit texts or in UTF-16.
     virtual std::size_t shortPath(const std::string& path, std::span<char> buffer) = 0;
     virtual std::size_t shortPath(const automation::String& path, std::span<char16_t> buffer) = 0;
+    /// To the long form.
     virtual std::size_t longPath(const std::string& path, std::span<char> buffer) = 0;
     virtual std::size_t longPath(const automation::String& path, std::span<char16_t> buffer) = 0;
     /// The stored name (without folders) of the first directory entry that `path` names; nothing when there is none.

@@ -31,6 +31,7 @@ public:
     /// a number is neither, even where an entry has that name. Silent: Nothing when there is no such entry.
     automation::Ref<UserProfileEntry> item(const automation::Variant& vIndexKey);
 
+    /// How many entries there are, named or not.
     std::int32_t count() { return entries_->count(); }
 
     /// A walk over the entries in the order of their creation.

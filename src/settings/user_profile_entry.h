@@ -18,11 +18,13 @@ public:
     /// The profile whose collection made the entry; Nothing when that has gone.
     automation::Ref<UserProfile> containingProfile();
 
+    /// The name of the entry's value in the registry; empty until it is given one.
     automation::String name() { return name_; }
     /// Changes the name, also the one by which the collection finds the entry. Raises 457 when another entry has that
     /// name, without regard to case: the entry has the new name then, and is found by none.
     void setName(automation::StringView sName);
 
+    /// The setting's text, in memory only until it is saved.
     automation::String value() { return value_; }
     void setValue(automation::StringView sValue) { value_ = sValue; }
 

@@ -26,6 +26,7 @@ public:
     /// (XDG_DATA_HOME, or .local/share in HOME). Empty when none of the three is set, and then every use raises 75.
     static std::filesystem::path defaultFile();
 
+    /// The file, whether it exists yet or not.
     const std::filesystem::path& file() const { return file_; }
 
     std::unique_ptr<RegistryKey> open(std::int32_t root, std::string_view path, RegistryAccess access) override;

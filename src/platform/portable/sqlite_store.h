@@ -27,12 +27,14 @@ public:
     /// Raises 75 with `message` and the file's name.
     [[noreturn]] static void refuse(const std::filesystem::path& file, std::string_view message);
 
+    /// Whether the file may only be read.
     bool isReadOnly() const { return database_.isReadOnly(); }
 
+    /// The subkey of that name, without regard to case; none when there is none.
     std::optional<KeyId> findKey(KeyId parent, const StoredName& name);
     /// The last key of `path`, which begins at `parent`; the levels that are missing are created together.
     KeyId createKeys(KeyId parent, const std::vector<StoredName>& path);
-    /// Deletes a key with its entries; false, leaving it, when it has subkeys.
+    /// Deletes a key with its entries; false when it has subkeys, and stays, or is not there any more.
     bool deleteKey(KeyId key);
     /// The spelling of the subkey at `index`, by folded name.
     std::optional<std::string> subkeyAt(KeyId key, std::uint32_t index);
@@ -41,9 +43,12 @@ public:
     bool findEntry(KeyId key, const StoredName& name);
     /// The same for the entry at `index`, in the order of creation. Consecutive calls are one walk.
     bool entryAt(KeyId key, std::uint32_t index);
+    /// The statements of these two.
     SqliteStatement& entry() { return findEntry_; }
     SqliteStatement& walkedEntry() { return walk_; }
+    /// Creates or replaces the entry, which keeps its first spelling and place.
     void writeEntry(KeyId key, const StoredName& name, std::uint32_t type, std::string_view bytes);
+    /// False when there is none of that name.
     bool deleteEntry(KeyId key, const StoredName& name);
 
     /// Gives up the walk over a key's entries, which else keeps the state of the file that it began with.

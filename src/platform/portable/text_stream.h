@@ -20,6 +20,7 @@ public:
 
     /// Appends the text as it is; characters that the code page lacks become "?". Raises 52 once the stream is closed.
     void write(automation::StringView Text);
+    /// Ends the writing; a stream that is closed already stays so.
     void close();
 
 private:
