@@ -118,6 +118,10 @@ TEST_F(TerminalFileDialogTest, TakesNamesPathsAndFolders) {
     EXPECT_EQ(show("Plan.vsd\n").filterIndex, 2);
     choose("\t\n");
     EXPECT_THAT(printed_, HasSubstr("   Network.vsd\n   Plan.vsd\n   Sub\\\n"));
+    // A name must not command the terminal.
+    std::ofstream(folder_.path() / "Esc\x1b[2J\u009b.vsd") << "x";
+    EXPECT_EQ(choose("Esc\t\n"), "Esc\x1b[2J\u009b.vsd");
+    EXPECT_THAT(printed_, HasSubstr("Esc [2J .vsd\n"));
 }
 
 TEST_F(TerminalFileDialogTest, HeedsTheFlags) {

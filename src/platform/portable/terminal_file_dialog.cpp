@@ -14,7 +14,6 @@ namespace fs = std::filesystem;
 using automation::fromUtf8;
 using automation::String;
 using automation::StringView;
-using automation::toUtf8;
 
 namespace {
 
@@ -31,6 +30,14 @@ bool isFolder(const fs::path& path) {
 
 bool isSeparator(char16_t c) {
     return c == u'\\' || c == u'/';
+}
+
+// The text for the terminal, which must not obey what a file's name holds: control characters become blanks.
+std::string shown(StringView text) {
+    String harmless(text);
+    std::ranges::replace_if(
+        harmless, [](char16_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }, u' ');
+    return automation::toUtf8(harmless);
 }
 
 bool isPath(StringView name) {
@@ -68,11 +75,11 @@ struct TerminalFileDialog::Session {
 
     void printHead() {
         const StringView ownTitle = save ? u"Save as" : u"Open";
-        say() << "== " << toUtf8(request.title.empty() ? ownTitle : request.title) << " ==\n";
+        say() << "== " << shown(request.title.empty() ? ownTitle : request.title) << " ==\n";
         for (std::size_t i = 0; i < filters.size(); ++i)
             say() << (filter == static_cast<std::int32_t>(i + 1) ? " * " : "   ") << i + 1 << "  "
-                  << toUtf8(filters[i].description) << '\n';
-        say() << "Folder: " << toUtf8(dialog.drives_.toAutomation(folder)) << '\n';
+                  << shown(filters[i].description) << '\n';
+        say() << "Folder: " << shown(dialog.drives_.toAutomation(folder)) << '\n';
     }
 
     std::optional<String> readLine() {
@@ -88,7 +95,7 @@ struct TerminalFileDialog::Session {
     std::optional<String> askName() {
         say() << "File name (Tab lists and completes, " << (filters.empty() ? "" : ":1 takes a filter, ")
               << "end of input cancels)";
-        if (!proposed.empty()) say() << " [" << toUtf8(proposed) << "]";
+        if (!proposed.empty()) say() << " [" << shown(proposed) << "]";
         say() << ": " << std::flush;
         return readLine();
     }
@@ -134,11 +141,11 @@ struct TerminalFileDialog::Session {
         const std::vector<String> names = candidates(typed);
         if (names.size() == 1 && !names.front().ends_with(u'\\')) return names.front();
         if (names.empty()) {
-            say() << "No file here starts with \"" << toUtf8(typed) << "\".\n";
+            say() << "No file here starts with \"" << shown(typed) << "\".\n";
             return {};
         }
         for (std::size_t i = 0; i < std::min(names.size(), kListed); ++i)
-            say() << "   " << toUtf8(names[i]) << '\n';
+            say() << "   " << shown(names[i]) << '\n';
         if (names.size() > kListed) say() << "   and " << names.size() - kListed << " more\n";
         return {};
     }
@@ -194,7 +201,7 @@ struct TerminalFileDialog::Session {
             const auto completed = complete(line);
             if (!completed) return {};
             line = *completed;
-            say() << toUtf8(line) << '\n';
+            say() << shown(line) << '\n';
         }
         if (line.empty()) return {};
         auto path = locate(line);
