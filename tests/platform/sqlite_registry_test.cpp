@@ -253,14 +253,18 @@ TEST_F(SqliteRegistryTest, ADamagedPageRaisesAndDoesNotEndTheList) {
     for (std::size_t page = 2; page < damaged.size() / 4096; ++page) {
         writeFile(std::string(damaged).replace(page * 4096, 4096, 4096, '\xEE'));
         SqliteRegistry registry(file_, codePage_);
-        std::size_t seen = 0;
-        const std::int32_t error = errorOf([&] {
-            const auto key = registry.open(kRoot, "K", RegistryAccess::Read);
+        std::unique_ptr<RegistryKey> key;
+        std::uint32_t seen = 0;
+        const auto walk = [&] {
+            if (!key) key = registry.open(kRoot, "K", RegistryAccess::Read);
             ASSERT_NE(key, nullptr) << "page " << page;
-            seen = namesIn(*key).size();
-        });
+            for (RegistryValue value; key->valueAt(seen, kNoLimit, kNoLimit, value) == RegistryRead::Done; ++seen)
+                EXPECT_EQ(value.name, "value " + std::to_string(seen)) << "page " << page;
+        };
+        const std::int32_t error = errorOf(walk);
         if (error != 0) ++walksThatRaised;
         EXPECT_TRUE(error == errors::PathFileAccess || seen == kValues) << "page " << page << ": " << seen;
+        EXPECT_EQ(errorOf(walk), error) << "going on after the failure, page " << page;
     }
     EXPECT_GT(walksThatRaised, 10);
 }
