@@ -120,7 +120,7 @@ String fromUtf8(std::string_view text) {
 bool equalsIgnoreCase(StringView left, StringView right) noexcept {
     if (left.size() != right.size()) return false;
     for (std::size_t i = 0; i < left.size(); ++i)
-        if (foldLatin(left[i]) != foldLatin(right[i])) return false;
+        if (left[i] != right[i] && foldLatin(left[i]) != foldLatin(right[i])) return false;
     return true;
 }
 

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <new>
 
 namespace tarncom32::com {
 
@@ -50,10 +52,31 @@ const MemberInfo* select(const ClassTable::Accessors& accessors, WORD flags, con
     return flags & DISPATCH_PROPERTYGET ? accessors.get : nullptr;
 }
 
+/// Room for the values of a call, without a trip to the heap; only those that the member has are made.
+class Values {
+public:
+    explicit Values(std::size_t count) : count_(count) {
+        if (count > kMostParameters) throw Error(errors::InternalError);
+        for (std::size_t i = 0; i < count; ++i)
+            new (room_ + i * sizeof(Variant)) Variant(automation::kMissing);
+    }
+    Values(const Values&) = delete;
+    ~Values() { std::destroy_n(first(), count_); }
+
+    Variant* first() { return reinterpret_cast<Variant*>(room_); }
+    Variant& operator[](std::size_t index) { return first()[index]; }
+
+private:
+    std::size_t count_;
+    alignas(Variant) std::byte room_[kMostParameters * sizeof(Variant)];
+};
+
 /// The caller's arguments in the member's order.
 class Arguments {
 public:
-    Arguments(const MemberInfo& member, const DISPPARAMS& wire, bool assigns) : member_(member), wire_(wire) {
+    Arguments(const MemberInfo& member, const DISPPARAMS& wire, bool assigns)
+        : member_(member), wire_(wire), values_(member.parameters.size()) {
+        std::fill_n(places_.begin(), member.parameters.size(), kNoArgument);
         const UINT named = wire.cNamedArgs;
         const UINT positional = wire.cArgs - named;
         const std::size_t known = member.parameters.size();
@@ -73,7 +96,7 @@ public:
             if (places_[i] == kNoArgument && !member.parameters[i].optional) throw Refusal{DISP_E_PARAMNOTOPTIONAL};
     }
 
-    std::span<Variant> values() { return {values_.data(), count_}; }
+    std::span<Variant> values() { return {values_.first(), count_}; }
     /// The argument's place in the caller's array; kNoArgument when it was left out.
     UINT placeOf(std::size_t parameter) const { return places_[parameter]; }
 
@@ -106,21 +129,10 @@ private:
         return automation::Array(automation::VariantType::Variant, array->lowerBound(), array->items());
     }
 
-    static std::array<UINT, kMostParameters> allAbsent() {
-        std::array<UINT, kMostParameters> places;
-        places.fill(kNoArgument);
-        return places;
-    }
-    static std::array<Variant, kMostParameters> allMissing() {
-        std::array<Variant, kMostParameters> values;
-        values.fill(automation::kMissing);
-        return values;
-    }
-
     const MemberInfo& member_;
     const DISPPARAMS& wire_;
-    std::array<Variant, kMostParameters> values_ = allMissing();
-    std::array<UINT, kMostParameters> places_ = allAbsent();
+    Values values_;
+    std::array<UINT, kMostParameters> places_; ///< as many as there are parameters
     std::size_t count_ = 0;
 };
 
