@@ -121,7 +121,7 @@ TEST_F(PortableFilesTest, AnotherProcessesHoldOnAFileIsSeen) {
                                                        {onZ(u""), errors::PathFileAccess},
                                                        {u"", errors::PathFileAccess}};
     for (const auto& [path, error] : refused)
-        EXPECT_EQ(errorOf([&] { status_.openExclusively(path); }), error) << toUtf8(path);
+        EXPECT_EQ(errorOf([&, file = path] { status_.openExclusively(file); }), error) << toUtf8(path);
 }
 
 TEST_F(PortableFilesTest, TheObjectNamesPathsParts) {

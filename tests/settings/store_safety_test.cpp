@@ -162,7 +162,7 @@ TEST(StoreSafety, OneOfTwoWritersIsKilledAndNoReportedValueIsLost) {
 }
 
 TEST(StoreSafety, AFileThatCannotGrowGivesANumberedErrorAndLosesNothing) {
-    for (const rlim_t limit : {40000, 200000, 700000}) {
+    for (const rlim_t limit : {rlim_t{40000}, rlim_t{200000}, rlim_t{700000}}) {
         const tests::TemporaryFolder folder;
         const fs::path file = folder.path() / "registry.sqlite";
         Store(file).save(u"Software\\Before"); // the store itself fits
