@@ -20,6 +20,7 @@ ExternalProject_Add(
   INSTALL_COMMAND ""
   USES_TERMINAL_BUILD ON
   BUILD_BYPRODUCTS "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_library_idl"
+                   "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_standin_idl"
                    "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_finish_type_library")
 
 # tarncom32_type_library(<name> <program>): makes <name>.tlb in the current binary folder, out of what the program of

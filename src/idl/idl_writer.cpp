@@ -144,7 +144,10 @@ private:
 
     void writeClass(const PublishedClass& published) {
         const ClassInfo& info = *published.info;
-        if (info.clsid.isNull()) throw std::logic_error(toUtf8(info.name) + ": a published class needs a CLSID");
+        if (info.clsid.isNull()) {
+            if (published.creatable) throw std::logic_error(toUtf8(info.name) + ": what can be created needs a CLSID");
+            return; // only its interface is published
+        }
         out_ << "\n[" << uuid(info.clsid) << ", version(1.0)";
         if (published.applicationObject) out_ << ", appobject";
         if (!published.creatable) out_ << ", noncreatable";

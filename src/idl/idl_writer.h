@@ -9,7 +9,7 @@
 /// Writes the description of a type library, as the IDL compiler reads it, out of the member tables.
 namespace tarncom32::idl {
 
-/// A class to publish.
+/// A class to publish. Of one that has no CLSID, and so cannot be created, only the interface is.
 struct PublishedClass {
     const automation::ClassInfo* info;
     bool creatable = false;

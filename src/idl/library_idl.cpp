@@ -1,12 +1,9 @@
 // Writes TarnCom32.idl to the file that is named.
 
 #include "frame/report.h"
-#include "idl/idl_writer.h"
+#include "idl/idl_program.h"
 #include "library/library.h"
 #include "library/type_library.h"
-
-#include <fstream>
-#include <iostream>
 
 using namespace tarncom32;
 
@@ -26,14 +23,5 @@ idl::PublishedLibrary publishedLibrary() {
 } // namespace
 
 int main(int count, char** arguments) {
-    try {
-        if (count != 2) throw std::runtime_error("usage: tarncom32_library_idl FILE.idl");
-        std::ofstream file(arguments[1]);
-        idl::write(file, publishedLibrary());
-        if (!file.flush()) throw std::runtime_error(std::string("cannot write ") + arguments[1]);
-        return 0;
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        return 1;
-    }
+    return idl::runProgram(count, arguments, publishedLibrary);
 }

@@ -119,6 +119,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result) {
     *result = nullptr;
     return com::entry([&] {
         com::findType = &com::typeInThisLibrary;
+        com::errorSource = com::thisServer().name;
         return com::classObject(com::thisServer(), clsid, iid, result);
     });
 }
