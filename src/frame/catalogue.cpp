@@ -11,8 +11,8 @@ namespace {
 
 constexpr CatalogueEntry kCatalogue[] = {
     {u"VisioFunctions", Instancing::Global,
-     u"Visio's object model: add-on strings, walks over shapes, pages and windows."},
-    {u"StringFunctions", Instancing::Global, u"Delimited texts, GUIDs, key names and resource texts."},
+     u"Visio's object model: add-on strings, versions of documents, walks over shapes."},
+    {u"StringFunctions", Instancing::Global, u"Delimited lists and streams of text."},
     {u"ArrayFunctions", Instancing::Global, u"Arrays of Visio formulas and drops, and the sort of a variant array."},
     {u"FileOperations", Instancing::Global, u"Paths, file names, temporary files, long and short path forms."},
     {u"XMLFunctions", Instancing::Global, u"Questions to XML documents, and their construction."},

@@ -13,8 +13,8 @@ namespace member = automation::member;
 
 const ClassInfo& StringFunctions::describe() {
     static const ClassInfo info(
-        kClassName, u"Delimited lists and streams of text, GUIDs, names of keys and the library's own texts.",
-        "742b0880-9faa-4d8e-b4de-086f4faa22d3"_guid, "0e4822ed-a1b2-42d2-8145-d503efe5c7ac"_guid,
+        kClassName, u"Delimited lists and streams of text.", "742b0880-9faa-4d8e-b4de-086f4faa22d3"_guid,
+        "0e4822ed-a1b2-42d2-8145-d503efe5c7ac"_guid,
         {
             member::method<&F::removeStringFromCommaDelimitedList>(
                 1, u"RemoveStringFromCommaDelimitedList", {in(u"sItem"), in(u"sList")},

@@ -14,7 +14,7 @@ namespace member = automation::member;
 
 const ClassInfo& VisioFunctions::describe() {
     static const ClassInfo info(
-        kClassName, u"Visio's object model: add-on strings, walks over shapes, pages and windows.",
+        kClassName, u"Visio's object model: add-on strings, versions of documents, walks over shapes.",
         "0a9b7d53-5d0c-4e2b-8b5f-7f1c3c2e9a41"_guid, "c6c3a1de-93c4-4f86-a1b5-51f7c1f0d2b8"_guid,
         {
             member::method<&VisioFunctions::moveDocumentToVisio>(
