@@ -1,54 +1,94 @@
-' Every member of VisioFunctions, called by a script where no Visio is running.
-Option Explicit
+' Every member of VisioFunctions, called by a script: without any Visio, then with the stand-in as "Visio.Application".
+Const visSectionUser = 242, visioKey = "HKLM\Software\Classes\Visio.Application"
 
-Dim failures : failures = 0
-Sub Check(what, actual, expected)
-    If VarType(actual) = VarType(expected) Then If actual = expected Then Exit Sub
-    failures = failures + 1
-    WScript.Echo what & " gave " & actual & " (" & TypeName(actual) & "), not " & expected
-End Sub
-
-' What was reported since the last time: the text of the message boxes.
-Function Reports()
-    Dim files, file
-    Set files = WScript.CreateObject("Scripting.FileSystemObject")
-    Reports = ""
-    If Not files.FileExists(WScript.Arguments(0)) Then Exit Function
-    Set file = files.OpenTextFile(WScript.Arguments(0))
-    Reports = file.ReadAll
-    file.Close
-    files.DeleteFile WScript.Arguments(0)
-End Function
-
-Function Report(member, number, description)
-    Report = "[TarnCom32] Problem in VisioFunctions." & member & vbCrLf & "Error Number: " & number & vbCrLf & _
-        "Error Description: " & description & vbCrLf
-End Function
-
-Dim v, parameters, shape, page, document, c, notSet
-Set v = WScript.CreateObject("TarnCom32.VisioFunctions")
-Set c = WScript.CreateObject("TarnCom32.StringFunctions").CreateCollectionFromString("one!1")
-notSet = "Object variable or With block variable not set"
+Dim v, s, parameters, shape, page, document, visio, drawing, box, inner, kept, notSet
+Reg "delete " & visioKey & " /f"
 Reports
+Set v = WScript.CreateObject("TarnCom32.VisioFunctions")
+Set s = WScript.CreateObject("TarnCom32.StringFunctions")
+notSet = "Object variable or With block variable not set"
 
 parameters = "before "
-v.GetVisioObjectsFromAddonString "/doc=1 rest", parameters, Nothing, shape, page, document
-Check "GetVisioObjectsFromAddonString without Visio", parameters, "before "
-Check "its document", IsObject(document) Or IsEmpty(document), True
-Check "WhichVisioMajorVersionIsThis", v.WhichVisioMajorVersionIsThis(Nothing), CInt(0)
-Check "its report", Reports, Report("WhichVisioMajorVersionIsThis", 91, notSet)
-v.GetAllTheShapesFromThePage Nothing, c, True, False, ""
-Check "GetAllTheShapesFromThePage", Reports, Report("GetAllTheShapesFromThePage", 91, notSet)
-v.GetAllTheShapesFromTheShape Nothing, c, True, False, ""
-Check "GetAllTheShapesFromTheShape", Reports, Report("GetAllTheShapesFromTheShape", 91, notSet)
+v.GetVisioObjectsFromAddonString "/doc=1 rest", parameters
+Check "parameters before Visio runs", parameters, "before "
+Check "WhichVisioMajorVersionIsThis of none", v.WhichVisioMajorVersionIsThis(Nothing), CInt(0)
+v.GetAllTheShapesFromThePage Nothing, s.CreateCollectionFromString("one!1"), True, False, ""
+v.GetAllTheShapesFromTheShape Nothing, s.CreateCollectionFromString("one!1"), True, False, ""
 v.MoveDocumentToVisio Nothing
-Check "MoveDocumentToVisio", Reports, Report("MoveDocumentToVisio", 429, "ActiveX component can't create object")
-Check "the collection", c.Count, CLng(1)
-
+Check "what was reported", Reports, Report("VisioFunctions.WhichVisioMajorVersionIsThis", 91, notSet) & _
+    Report("VisioFunctions.GetAllTheShapesFromThePage", 91, notSet) & _
+    Report("VisioFunctions.GetAllTheShapesFromTheShape", 91, notSet) & _
+    Report("VisioFunctions.MoveDocumentToVisio", 429, "ActiveX component can't create object")
 On Error Resume Next
 v.TestForDocumentVersionCompatibility Nothing, "1", 2, "old", "new", "application"
-Check "TestForDocumentVersionCompatibility", Err.Number, CLng(91)
-Check "its description", Err.Description, notSet
+CheckError "TestForDocumentVersionCompatibility of none", 91, notSet
 On Error GoTo 0
 
-If failures = 0 Then WScript.Echo "all checks passed"
+' ---- Attaching to the one that is running ----
+
+Reg "add " & visioKey & "\CLSID /ve /d {29ED9619-1CBA-409C-902D-9CB9EB8D3756} /f"
+Set visio = WScript.CreateObject("Visio.Application")
+Set drawing = visio.Documents.Add("")
+Set box = drawing.Pages.Add.DrawRectangle(0, 0, 2, 2)
+box.Name = "Box"
+box.Name = "Kiste"
+v.GetVisioObjectsFromAddonString "/doc=1 /page=2 /shapeu=Box rest", parameters, Nothing, shape, page, document
+Check "parameters from the running Visio", parameters, "before rest "
+Check "document from the running Visio", document Is drawing, True
+Check "its page", page.Name, "Page-2"
+Check "its shape", shape Is box, True
+
+' ---- Walks ----
+
+box.ConvertToGroup
+Set inner = box.DrawRectangle(0, 0, 1, 1)
+inner.AddNamedRow visSectionUser, "Application", 0
+inner.Cells("User.Application").Formula = """Network"""
+drawing.Pages(2).DrawRectangle 3, 3, 4, 4
+Set kept = s.CreateCollectionFromString("")
+v.GetAllTheShapesFromThePage drawing.Pages(2), kept, True, False, ""
+Check "the page's shapes", kept.Item(1).Name & kept.Item(2).Name & kept.Item(3).Name, "KisteSheet.2Sheet.3"
+Set kept = s.CreateCollectionFromString("")
+v.GetAllTheShapesFromTheShape box, kept, False, True, "Network"
+Check "those kept in the group", kept.Count, CLng(1)
+Check "it is the same shape", kept.Item(1) Is inner, True
+' An Add with another signature than a collection's.
+v.GetAllTheShapesFromTheShape box, WScript.CreateObject("Scripting.Dictionary"), False, False, ""
+Check "a walk into a dictionary", InStr(Reports, "GetAllTheShapesFromTheShape") > 0, True
+
+' ---- Versions ----
+
+Check "major version", v.WhichVisioMajorVersionIsThis(visio), CInt(16)
+Check "of what is no application", v.WhichVisioMajorVersionIsThis(drawing), CInt(0)
+Check "its report", Reports, Report("VisioFunctions.WhichVisioMajorVersionIsThis", 438, _
+    "Object doesn't support this property or method: Document.Version")
+drawing.DocumentSheet.AddNamedRow visSectionUser, "Version", 0
+drawing.DocumentSheet.Cells("User.Version").Formula = """1.5"""
+Check "a newer document", v.TestForDocumentVersionCompatibility(drawing, "1.4", 2, "old", "new", "Network"), True
+Check "its message", Reports, "[Network] new" & vbCrLf
+
+' ---- Errors of the stand-in itself ----
+
+On Error Resume Next
+visio.Documents.Open "C:\plan.vsdx"
+Check "who says that a drawing cannot be opened", Err.Source, "TarnVisioStandIn"
+CheckError "a drawing that cannot be opened", &H86DB089B, _
+    "This build of the stand-in reads no drawings. Add a blank document and draw in it."
+Set inner = box.Cells("Nowhere")
+CheckError "a cell that is not there", &H86DB03E9, "Unexpected end of file"
+
+' ---- Handing a document over ----
+
+v.MoveDocumentToVisio drawing
+Check "the document has been closed", visio.Documents.Count, CInt(0)
+Check "a drawing without file and template", Reports, _
+    Report("VisioFunctions.MoveDocumentToVisio", 5, "Invalid parameter (no file was named)")
+visio.Quit
+page = page.Shapes.Count
+CheckError "a page of a Visio that has quit", &H86DB089D, ""
+On Error GoTo 0
+' The Visio that was started for the document is running.
+parameters = ""
+v.GetVisioObjectsFromAddonString "rest", parameters
+Check "parameters from the second Visio", parameters, "rest "
+Reg "delete " & visioKey & " /f"
