@@ -2,7 +2,7 @@
 
 #include "com/bridge/failure.h"
 #include "com/probe.h"
-#include "com/server/registry_key.h"
+#include "com/registry_root.h"
 
 #include <gtest/gtest.h>
 
@@ -37,20 +37,18 @@ protected:
         of(KEY_WOW64_64KEY).remove();
     }
 
-    /// The default value of a class key; "-" when the key is not there.
     static String value(const String& path, REGSAM view = 0, const wchar_t* name = nullptr) {
-        HKEY key = nullptr;
-        if (RegOpenKeyExW(HKEY_CLASSES_ROOT, wide(path), 0, KEY_READ | view, &key) != ERROR_SUCCESS) return u"-";
-        wchar_t text[1024] = L"";
-        DWORD size = sizeof text;
-        RegQueryValueExW(key, name, nullptr, nullptr, reinterpret_cast<BYTE*>(text), &size);
-        RegCloseKey(key);
-        return String(viewOf(text));
+        return String(viewOf(valueAt(HKEY_CLASSES_ROOT, wide(path), view, name).c_str()));
     }
+    static bool has(const PrivateRoot& root, const String& path) { return root.value(wide(path)) != L"-"; }
 
     static String clsidKey() { return u"CLSID\\" + guidText(Probe::describe().clsid); }
     static String interfaceKey() { return u"Interface\\" + guidText(kInterface); }
     static String libraryKey() { return u"TypeLib\\" + guidText(kLibrary); }
+    /// Where the entries of each kind stand.
+    static std::vector<String> roots() {
+        return {u"TarnProbe.Probe", u"TarnProbe.Probe.1", clsidKey(), interfaceKey(), libraryKey()};
+    }
 
     static inline const Server server_{
         u"TarnProbe", u"Probe library", kLibrary, {{&Probe::describe(), u"TarnProbe.Probe", [] {
@@ -58,7 +56,7 @@ protected:
                                                     }}}};
 };
 
-TEST_F(RegistrationTest, WritesWhatComLooksFor) {
+TEST_F(RegistrationTest, WritesWhatComLooksForAndRemovesAllOfIt) {
     of(0).add();
     const String clsid = guidText(Probe::describe().clsid);
     const struct {
@@ -84,74 +82,32 @@ TEST_F(RegistrationTest, WritesWhatComLooksFor) {
         EXPECT_EQ(value(entry.path), entry.value) << toUtf8(entry.path);
     EXPECT_EQ(value(clsidKey() + u"\\InprocServer32", 0, L"ThreadingModel"), u"Apartment");
     of(0).remove();
-    for (const String& root :
-         {String(u"TarnProbe.Probe"), String(u"TarnProbe.Probe.1"), clsidKey(), interfaceKey(), libraryKey()})
+    for (const String& root : roots())
         EXPECT_EQ(value(root), u"-") << toUtf8(root);
     EXPECT_NO_THROW(of(0).remove()) << "nothing is left to remove";
 }
 
-/// Another key in place of one of the registry's roots, for this process and as long as this lives.
-class PrivateRoot {
-public:
-    PrivateRoot(HKEY root, const wchar_t* name) : root_(root), name_(std::wstring(L"Software\\") + name) {
-        RegCreateKeyExW(HKEY_CURRENT_USER, name_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key_, nullptr);
-    }
-    PrivateRoot(const PrivateRoot&) = delete;
-    ~PrivateRoot() {
-        RegOverridePredefKey(root_, nullptr);
-        RegDeleteTreeW(key_, nullptr);
-        RegCloseKey(key_);
-        RegDeleteKeyW(HKEY_CURRENT_USER, name_.c_str());
-    }
-    void begin() const { EXPECT_EQ(RegOverridePredefKey(root_, key_), ERROR_SUCCESS); }
-    HKEY key() const { return key_; }
-    /// Whether there is such a key below the classes.
-    bool has(const String& path) const {
-        HKEY found = nullptr;
-        if (RegOpenKeyExW(key_, wide(u"Software\\Classes\\" + path), 0, KEY_READ, &found) != ERROR_SUCCESS)
-            return false;
-        RegCloseKey(found);
-        return true;
-    }
-
-private:
-    HKEY root_;
-    std::wstring name_;
-    HKEY key_ = nullptr;
-};
-
 TEST_F(RegistrationTest, GoesToTheUserWhereTheMachineIsClosed) {
     const PrivateRoot machine(HKEY_LOCAL_MACHINE, L"tarncom32 test machine");
     const PrivateRoot user(HKEY_CURRENT_USER, L"tarncom32 test user");
-    HKEY classes = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(machine.key(), L"Software\\Classes\\CLSID", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                              &classes, nullptr),
-              ERROR_SUCCESS);
-    // Everybody may read the classes, nobody may write.
-    PSECURITY_DESCRIPTOR readOnly = nullptr;
-    ASSERT_TRUE(
-        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;KR;;;WD)", SDDL_REVISION_1, &readOnly, nullptr));
-    EXPECT_EQ(RegSetKeySecurity(classes, DACL_SECURITY_INFORMATION, readOnly), ERROR_SUCCESS);
-    LocalFree(readOnly);
-
-    machine.begin();
-    user.begin();
+    const auto allow = [&](const wchar_t* rights) {
+        PSECURITY_DESCRIPTOR descriptor = nullptr;
+        ConvertStringSecurityDescriptorToSecurityDescriptorW(rights, SDDL_REVISION_1, &descriptor, nullptr);
+        EXPECT_EQ(RegSetKeySecurity(machine.classes(), DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+        LocalFree(descriptor);
+    };
+    allow(L"D:P(A;;KR;;;WD)"); // everybody may read the classes, nobody may write
+    EXPECT_EQ(machine.begin(), ERROR_SUCCESS);
+    EXPECT_EQ(user.begin(), ERROR_SUCCESS);
     of(0).add();
-    for (const String& root : {String(u"TarnProbe.Probe"), clsidKey(), interfaceKey(), libraryKey()}) {
-        EXPECT_FALSE(machine.has(root)) << toUtf8(root);
-        EXPECT_TRUE(user.has(root)) << toUtf8(root);
+    for (const String& root : roots()) {
+        EXPECT_FALSE(has(machine, root)) << toUtf8(root);
+        EXPECT_TRUE(has(user, root)) << toUtf8(root);
     }
     of(0).remove();
-    for (const String& root : {String(u"TarnProbe.Probe"), clsidKey(), interfaceKey(), libraryKey()})
-        EXPECT_FALSE(user.has(root)) << toUtf8(root);
-
-    // So that the key can go again.
-    PSECURITY_DESCRIPTOR open = nullptr;
-    ASSERT_TRUE(
-        ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;KA;;;WD)", SDDL_REVISION_1, &open, nullptr));
-    RegSetKeySecurity(classes, DACL_SECURITY_INFORMATION, open);
-    LocalFree(open);
-    RegCloseKey(classes);
+    for (const String& root : roots())
+        EXPECT_FALSE(has(user, root)) << toUtf8(root);
+    allow(L"D:(A;;KA;;;WD)"); // so that the key can go again
 }
 
 #ifdef _WIN64 // The 32-bit programs run on a system that has no other bitness.

@@ -11,9 +11,6 @@ namespace {
 
 constexpr int kCallsAMember = 10'000;
 
-using Entry = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-using CanUnload = HRESULT(STDAPICALLTYPE*)();
-
 std::string narrow(const std::wstring& text) {
     return std::string(text.begin(), text.end());
 }
@@ -36,53 +33,32 @@ TEST_F(Client, GetsWhatAFactoryOffersAndNothingElse) {
     ASSERT_FALSE(creatableClasses().empty());
     for (const Class& described : creatableClasses()) {
         SCOPED_TRACE(narrow(described.progId));
-        CLSID clsid{};
-        ASSERT_EQ(CLSIDFromProgID(described.progId.c_str(), &clsid), S_OK);
-        IClassFactory* made = nullptr;
-        ASSERT_EQ(
-            CoGetClassObject(clsid, CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory, reinterpret_cast<void**>(&made)),
-            S_OK);
-        const Pointer<IClassFactory> factory(made);
-        const Pointer<IDispatch> outer = create(described.progId.c_str());
+        ComPtr<IClassFactory> factory;
+        ASSERT_EQ(CoGetClassObject(idOfClass(described.progId), CLSCTX_INPROC_SERVER, nullptr, IID_IClassFactory,
+                                   factory.putVoid()),
+                  S_OK);
+        const ComPtr<IDispatch> outer = create(described.progId);
         ASSERT_TRUE(outer);
-        void* poisoned = &clsid;
-        EXPECT_EQ(factory->CreateInstance(outer.get(), IID_IUnknown, &poisoned), CLASS_E_NOAGGREGATION);
-        EXPECT_EQ(poisoned, nullptr);
-        poisoned = &clsid;
-        EXPECT_EQ(factory->QueryInterface(IID_IDispatch, &poisoned), E_NOINTERFACE);
-        EXPECT_EQ(poisoned, nullptr);
-        poisoned = &clsid;
-        EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStorage, &poisoned), E_NOINTERFACE);
-        EXPECT_EQ(poisoned, nullptr);
+        int poison = 0;
+        void* refused[] = {&poison, &poison, &poison};
+        EXPECT_EQ(factory->CreateInstance(outer.get(), IID_IUnknown, &refused[0]), CLASS_E_NOAGGREGATION);
+        EXPECT_EQ(factory->QueryInterface(IID_IDispatch, &refused[1]), E_NOINTERFACE);
+        EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStorage, &refused[2]), E_NOINTERFACE);
+        for (const void* out : refused)
+            EXPECT_EQ(out, nullptr);
     }
 }
 
 /// An argument that fits a parameter.
-void fit(VARIANT& argument, const ELEMDESC& parameter) {
-    VARTYPE type = parameter.tdesc.vt;
-    if (type == VT_PTR) type = parameter.tdesc.lptdesc->vt;
-    switch (type) {
-    case VT_BSTR:
-        Value::setText(argument, L"a,b.c");
-        break;
-    case VT_BOOL:
-        argument.vt = VT_BOOL;
-        argument.boolVal = VARIANT_TRUE;
-        break;
-    case VT_VARIANT:
-        Value::setText(argument, L"1");
-        break;
-    case VT_SAFEARRAY:
-        argument.vt = VT_EMPTY;
-        break;
-    case VT_DISPATCH:
-    case VT_PTR:
+void fit(VARIANT& argument, const TYPEDESC& parameter) {
+    const VARTYPE type = parameter.vt == VT_PTR ? parameter.lptdesc->vt : parameter.vt;
+    if (type == VT_BSTR || type == VT_VARIANT) {
+        setText(argument, type == VT_BSTR ? L"a,b.c" : L"1");
+    } else if (type == VT_DISPATCH || type == VT_PTR) {
         argument.vt = VT_DISPATCH;
-        break;
-    default:
-        argument.vt = VT_I4;
-        argument.lVal = 1;
-        break;
+    } else {
+        argument.vt = static_cast<VARTYPE>(type == VT_BOOL ? VT_BOOL : VT_I4);
+        argument.lVal = type == VT_BOOL ? VARIANT_TRUE : 1;
     }
 }
 
@@ -90,37 +66,28 @@ TEST_F(Client, FindsTheVtableAndLateBindingInAgreement) {
     // The type library's own dispatcher calls through the vtable, by the types that the library declares.
     int compared = 0;
     for (const Class& described : creatableClasses()) {
-        forEachMember(*described.interfaceType, [&](const FUNCDESC& member, const std::wstring& name) {
+        forEachMember(*described.interfaceType.get(), [&](const FUNCDESC& member, const std::wstring& name) {
             SCOPED_TRACE(narrow(described.progId + L"." + name));
+            const auto count = static_cast<std::size_t>(member.cParams);
             bool arrays = false;
-            for (SHORT i = 0; i < member.cParams; ++i) {
+            for (std::size_t i = 0; i < count; ++i) {
                 const TYPEDESC& type = member.lprgelemdescParam[i].tdesc;
                 arrays |= type.vt == VT_PTR && type.lptdesc->vt == VT_SAFEARRAY;
             }
             // Arrays need variables by reference, and names of temporary files are new each time.
             if (arrays || name.find(L"Temp") != std::wstring::npos || name == L"GetSelectedFilename") return;
-            const bool put = member.invkind == INVOKE_PROPERTYPUT || member.invkind == INVOKE_PROPERTYPUTREF;
-            const bool returns = member.elemdescFunc.tdesc.vt != VT_VOID;
+            const bool returns = member.elemdescFunc.tdesc.vt != VT_VOID &&
+                                 !(member.invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF));
             Value results[2];
             HRESULT codes[2] = {E_FAIL, E_FAIL};
             for (int way = 0; way < 2; ++way) {
-                const Pointer<IDispatch> object = createQuiet(described);
-                const auto count = static_cast<UINT>(member.cParams);
+                const ComPtr<IDispatch> object = createQuiet(described);
                 std::vector<Value> arguments(count);
-                for (UINT i = 0; i < count; ++i)
-                    fit(arguments[count - 1 - i], member.lprgelemdescParam[i]);
-                DISPID assigned = DISPID_PROPERTYPUT;
-                DISPPARAMS parameters{arguments.data(), put ? &assigned : nullptr, count, put ? 1u : 0u};
-                EXCEPINFO exception{};
-                VARIANT* result = put || !returns ? nullptr : &results[way];
-                const auto flags = static_cast<WORD>(member.invkind);
-                codes[way] = way == 0 ? object->Invoke(member.memid, IID_NULL, 0, flags, &parameters, result,
-                                                       &exception, nullptr)
-                                      : described.interfaceType->Invoke(object.get(), member.memid, flags, &parameters,
-                                                                        result, &exception, nullptr);
-                if (codes[way] == DISP_E_EXCEPTION) codes[way] = exception.scode;
-                SysFreeString(exception.bstrSource);
-                SysFreeString(exception.bstrDescription);
+                for (std::size_t i = 0; i < count; ++i)
+                    fit(arguments[count - 1 - i], member.lprgelemdescParam[i].tdesc);
+                codes[way] =
+                    invoke(*object.get(), member.memid, member.invkind, arguments, returns ? &results[way] : nullptr,
+                           way == 0 ? nullptr : described.interfaceType.get());
             }
             ++compared;
             EXPECT_EQ(codes[0], codes[1]);
@@ -134,50 +101,26 @@ TEST_F(Client, FindsTheVtableAndLateBindingInAgreement) {
     EXPECT_GT(compared, 20);
 }
 
-/// Any argument at all.
+/// Any argument at all, in itself or in a variable.
 void randomise(VARIANT& argument, VARIANT& variable, std::mt19937& random, IDispatch* object) {
     static const wchar_t* const texts[] = {L"", L"a", L"1", L"-1", L"x,y;z", L"a!b;c!d", L"\xD800", L"C:\\a\\b.c"};
+    static const int types[] = {VT_EMPTY, VT_NULL,     VT_I4,    VT_I2,   VT_R8,  VT_BOOL,
+                                VT_ERROR, VT_DISPATCH, VT_ARRAY, VT_BSTR, VT_BSTR};
     VARIANT& target = random() % 3 ? argument : variable;
-    switch (random() % 11) {
-    case 0:
-        break;
-    case 1:
-        target.vt = VT_I4;
-        target.lVal = static_cast<LONG>(random() % 7) - 3;
-        break;
-    case 2:
-        target.vt = VT_I2;
-        target.iVal = static_cast<SHORT>(random());
-        break;
-    case 3:
-        target.vt = VT_R8;
-        target.dblVal = 1e300 * (random() % 3);
-        break;
-    case 4:
-        target.vt = VT_BOOL;
-        target.boolVal = static_cast<VARIANT_BOOL>(random() % 3 - 1);
-        break;
-    case 5:
-        target.vt = VT_ERROR;
-        target.scode = random() % 2 ? DISP_E_PARAMNOTFOUND : E_FAIL;
-        break;
-    case 6:
-        target.vt = static_cast<VARTYPE>(random() % 2 ? int{VT_NULL} : int{VT_DISPATCH});
-        break;
-    case 7:
-        target.vt = VT_DISPATCH;
-        target.pdispVal = object;
-        object->AddRef();
-        break;
-    case 8: {
-        target.vt = static_cast<VARTYPE>(VT_ARRAY | (random() % 2 ? VT_VARIANT : VT_BSTR));
+    const auto bits = static_cast<std::uint32_t>(random());
+    target.vt = static_cast<VARTYPE>(types[random() % std::size(types)]);
+    target.lVal = bits % 2 ? static_cast<SHORT>(bits >> 16) : static_cast<LONG>(bits % 7) - 3;
+    if (target.vt == VT_R8) target.dblVal = 1e300 * (bits % 3);
+    if (target.vt == VT_ERROR && bits % 2) target.scode = DISP_E_PARAMNOTFOUND;
+    if (target.vt == VT_BSTR) setText(target, texts[bits % std::size(texts)]);
+    if (target.vt == VT_DISPATCH) {
+        target.pdispVal = bits % 2 ? object : nullptr;
+        if (target.pdispVal) object->AddRef();
+    }
+    if (target.vt == VT_ARRAY) {
+        target.vt |= bits % 2 ? VT_VARIANT : VT_BSTR;
         SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(random() % 3), static_cast<LONG>(random() % 3) - 1}, {1, 0}};
         target.parray = SafeArrayCreate(static_cast<VARTYPE>(target.vt & VT_TYPEMASK), random() % 4 ? 1 : 2, bounds);
-        break;
-    }
-    default:
-        Value::setText(target, texts[random() % std::size(texts)]);
-        break;
     }
     if (&target == &variable) {
         argument.vt = VT_BYREF | VT_VARIANT;
@@ -185,71 +128,55 @@ void randomise(VARIANT& argument, VARIANT& variable, std::mt19937& random, IDisp
     }
 }
 
-TEST_F(Client, SurvivesRandomCallsOnEveryMember) {
+TEST_F(Client, SurvivesRandomCallsOnEveryMemberAndLeavesNothingBehind) {
     std::mt19937 random(20240131);
     for (const Class& described : creatableClasses()) {
-        forEachMember(*described.interfaceType, [&](const FUNCDESC& member, const std::wstring& name) {
+        forEachMember(*described.interfaceType.get(), [&](const FUNCDESC& member, const std::wstring& name) {
             if (name == L"GetSelectedFilename") return; // It makes a dialog of its own, and waits for a user.
             DeleteFileW(kReports);
             // Without its guard a dialog would appear.
             const int callsAnObject = name == L"MaxFileSize" ? 1 : 100;
             for (int call = 0; call < kCallsAMember; call += callsAnObject) {
-                const Pointer<IDispatch> object = createQuiet(described);
+                const ComPtr<IDispatch> object = createQuiet(described);
                 ASSERT_TRUE(object);
                 for (int i = 0; i < callsAnObject; ++i) {
-                    const UINT count = random() % 8 ? static_cast<UINT>(member.cParams) : random() % 10;
+                    const std::size_t count = random() % 8 ? static_cast<std::size_t>(member.cParams) : random() % 10;
                     std::vector<Value> arguments(count);
                     std::vector<Value> variables(count);
-                    for (UINT a = 0; a < count; ++a)
+                    for (std::size_t a = 0; a < count; ++a)
                         randomise(arguments[a], variables[a], random, object.get());
-                    DISPID assigned = DISPID_PROPERTYPUT;
-                    const bool put = count > 0 && (member.invkind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF));
-                    DISPPARAMS parameters{arguments.data(), put ? &assigned : nullptr, count, put ? 1u : 0u};
-                    EXCEPINFO exception{};
                     Value result;
-                    const HRESULT code = object->Invoke(member.memid, IID_NULL, 0, static_cast<WORD>(member.invkind),
-                                                        &parameters, &result, &exception, nullptr);
+                    const HRESULT code = invoke(*object.get(), member.memid, member.invkind, arguments, &result);
                     ASSERT_TRUE(code == S_OK || FAILED(code)) << narrow(name);
-                    SysFreeString(exception.bstrSource);
-                    SysFreeString(exception.bstrDescription);
                 }
             }
         });
     }
     const HMODULE module = GetModuleHandleW(registeredPath().c_str());
     ASSERT_TRUE(module);
-    const auto canUnload =
-        reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
-    EXPECT_EQ(canUnload(), S_OK) << "something is left of a million calls";
+    EXPECT_EQ(callEntry(module, "DllCanUnloadNow"), S_OK) << "something is left of a million calls";
 }
 
 TEST_F(Client, LoadsAndUnloadsAHundredTimes) {
-    CLSID clsid{};
-    ASSERT_EQ(CLSIDFromProgID(L"TarnCom32.StringFunctions", &clsid), S_OK);
+    const CLSID clsid = idOfClass(L"TarnCom32.StringFunctions");
     const std::wstring path = registeredPath();
     CoFreeUnusedLibrariesEx(0, 0);
     for (int i = 0; i < 100; ++i) {
         const HMODULE module = LoadLibraryW(path.c_str());
         ASSERT_TRUE(module);
-        const auto entry =
-            reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        const auto canUnload =
-            reinterpret_cast<CanUnload>(reinterpret_cast<void*>(GetProcAddress(module, "DllCanUnloadNow")));
-        ASSERT_TRUE(entry && canUnload);
+        const auto canUnload = [&] { return callEntry(module, "DllCanUnloadNow"); };
         EXPECT_EQ(canUnload(), S_OK);
-        IClassFactory* factory = nullptr;
-        ASSERT_EQ(entry(clsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
+        ComPtr<IClassFactory> factory = factoryOf(module, clsid);
+        ASSERT_TRUE(factory);
         EXPECT_EQ(canUnload(), S_FALSE);
-        IDispatch* object = nullptr;
-        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(&object)), S_OK);
+        ComPtr<IDispatch> object;
+        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, object.putVoid()), S_OK);
         factory->LockServer(TRUE);
-        factory->Release();
+        factory = {};
         EXPECT_EQ(canUnload(), S_FALSE);
-        object->Release();
+        object = {};
         EXPECT_EQ(canUnload(), S_FALSE) << "it is locked";
-        ASSERT_EQ(entry(clsid, IID_IClassFactory, reinterpret_cast<void**>(&factory)), S_OK);
-        factory->LockServer(FALSE);
-        factory->Release();
+        factoryOf(module, clsid)->LockServer(FALSE);
         EXPECT_EQ(canUnload(), S_OK);
         FreeLibrary(module);
     }
@@ -261,20 +188,17 @@ TEST_F(Client, ServesEightApartmentsAtOnce) {
     for (std::size_t t = 0; t < wrong.size(); ++t)
         threads.emplace_back([&wrong, t] {
             const Apartment own;
-            const Pointer<IDispatch> object = create(L"TarnCom32.StringFunctions");
+            const ComPtr<IDispatch> object = create(L"TarnCom32.StringFunctions");
             if (!object) return;
             wrong[t] = 0;
-            auto* name = const_cast<LPOLESTR>(L"ReverseString");
-            DISPID id = 0;
-            object->GetIDsOfNames(IID_NULL, &name, 1, 0, &id);
+            const DISPID id = idOf(*object.get(), L"ReverseString");
             const std::wstring text = L"thread " + std::to_wstring(t);
             const std::wstring reversed(text.rbegin(), text.rend());
             for (int i = 0; i < 2000; ++i) {
-                Value argument;
-                Value::setText(argument, text.c_str());
-                DISPPARAMS parameters{&argument, nullptr, 1, 0};
+                std::vector<Value> argument(1);
+                setText(argument[0], text.c_str());
                 Value result;
-                object->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr);
+                invoke(*object.get(), id, INVOKE_FUNC, argument, &result);
                 if (result.vt != VT_BSTR || reversed != result.bstrVal) ++wrong[t];
             }
         });

@@ -1,78 +1,99 @@
 #include "com/client/library_under_test.h"
 
+#include "com/registry_root.h"
+
+#include <memory>
 #include <stdexcept>
 
 namespace client {
 
 namespace {
 
-/// Frees what a type description lent.
-template <class Description, class Free>
-auto lend(Description* description, Free free) {
-    return std::unique_ptr<Description, Free>(description, free);
-}
-
 std::wstring nameOf(ITypeInfo& type, MEMBERID member = MEMBERID_NIL) {
-    BSTR name = nullptr;
-    type.GetDocumentation(member, &name, nullptr, nullptr, nullptr);
-    std::wstring text = name ? name : L"";
-    SysFreeString(name);
-    return text;
-}
-
-void putNumber(IDispatch& object, const wchar_t* name, short number) {
-    auto* wanted = const_cast<LPOLESTR>(name);
-    DISPID id = 0;
-    if (FAILED(object.GetIDsOfNames(IID_NULL, &wanted, 1, 0, &id))) return;
-    VARIANT value{};
-    value.vt = VT_I2;
-    value.iVal = number;
-    DISPID assigned = DISPID_PROPERTYPUT;
-    DISPPARAMS parameters{&value, &assigned, 1, 1};
-    object.Invoke(id, IID_NULL, 0, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr);
+    tarncom32::com::OwnedText name;
+    type.GetDocumentation(member, name.put(), nullptr, nullptr, nullptr);
+    return name.get() ? name.get() : L"";
 }
 
 } // namespace
 
-std::wstring registeredPath() {
+CLSID idOfClass(const std::wstring& progId) {
     CLSID clsid{};
-    if (FAILED(CLSIDFromProgID(L"TarnCom32.StringFunctions", &clsid))) return L"";
-    wchar_t text[40] = L"";
-    StringFromGUID2(clsid, text, 40);
-    wchar_t path[2048] = L"";
-    DWORD size = sizeof path;
-    RegGetValueW(HKEY_CLASSES_ROOT, (L"CLSID\\" + std::wstring(text) + L"\\InprocServer32").c_str(), nullptr,
-                 RRF_RT_REG_SZ, nullptr, path, &size);
-    return path;
+    CLSIDFromProgID(progId.c_str(), &clsid);
+    return clsid;
 }
 
-Pointer<IDispatch> create(const wchar_t* progId) {
-    CLSID clsid{};
-    IDispatch* object = nullptr;
-    if (SUCCEEDED(CLSIDFromProgID(progId, &clsid)))
-        CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, reinterpret_cast<void**>(&object));
-    return Pointer<IDispatch>(object);
+std::wstring serverKey(REFCLSID clsid) {
+    wchar_t text[40] = L"";
+    StringFromGUID2(clsid, text, 40);
+    return L"CLSID\\" + std::wstring(text) + L"\\InprocServer32";
+}
+
+std::wstring registeredPath() {
+    return tarncom32::com::testing::valueAt(HKEY_CLASSES_ROOT, serverKey(idOfClass(L"TarnCom32.StringFunctions")));
+}
+
+HRESULT callEntry(HMODULE module, const char* name) {
+    using Entry = HRESULT(STDAPICALLTYPE*)();
+    const auto entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+    return entry ? entry() : E_NOTIMPL;
+}
+
+ComPtr<IClassFactory> factoryOf(HMODULE module, REFCLSID clsid) {
+    using Entry = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+    const auto entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+    ComPtr<IClassFactory> factory;
+    if (entry) entry(clsid, IID_IClassFactory, factory.putVoid());
+    return factory;
+}
+
+ComPtr<IDispatch> create(const std::wstring& progId) {
+    ComPtr<IDispatch> object;
+    CoCreateInstance(idOfClass(progId), nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.putVoid());
+    return object;
+}
+
+void setText(VARIANT& target, const wchar_t* text) {
+    target.vt = VT_BSTR;
+    target.bstrVal = SysAllocString(text);
+}
+
+DISPID idOf(IDispatch& object, const wchar_t* name) {
+    auto* wanted = const_cast<LPOLESTR>(name);
+    DISPID id = DISPID_UNKNOWN;
+    object.GetIDsOfNames(IID_NULL, &wanted, 1, 0, &id);
+    return id;
+}
+
+HRESULT invoke(IDispatch& object, DISPID id, INVOKEKIND kind, std::vector<Value>& arguments, VARIANT* result,
+               ITypeInfo* type) {
+    DISPID assigned = DISPID_PROPERTYPUT;
+    const bool put = !arguments.empty() && (kind & (INVOKE_PROPERTYPUT | INVOKE_PROPERTYPUTREF));
+    DISPPARAMS parameters{arguments.data(), put ? &assigned : nullptr, static_cast<UINT>(arguments.size()), put};
+    EXCEPINFO exception{};
+    const auto flags = static_cast<WORD>(kind);
+    const HRESULT code = type ? type->Invoke(&object, id, flags, &parameters, result, &exception, nullptr)
+                              : object.Invoke(id, IID_NULL, 0, flags, &parameters, result, &exception, nullptr);
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
+    return code == DISP_E_EXCEPTION ? exception.scode : code;
 }
 
 std::vector<Class> creatableClasses() {
     std::vector<Class> classes;
-    ITypeLib* loaded = nullptr;
-    if (FAILED(LoadTypeLibEx(registeredPath().c_str(), REGKIND_NONE, &loaded))) return classes;
-    const Pointer<ITypeLib> library(loaded);
+    ComPtr<ITypeLib> library;
+    if (FAILED(LoadTypeLibEx(registeredPath().c_str(), REGKIND_NONE, library.put()))) return classes;
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
-        ITypeInfo* found = nullptr;
-        if (FAILED(library->GetTypeInfo(i, &found))) continue;
-        const Pointer<ITypeInfo> type(found);
+        ComPtr<ITypeInfo> type;
         TYPEATTR* attributes = nullptr;
-        if (FAILED(type->GetTypeAttr(&attributes))) continue;
-        const auto lent = lend(attributes, [&](TYPEATTR* it) { type->ReleaseTypeAttr(it); });
-        if (attributes->typekind != TKIND_COCLASS || !(attributes->wTypeFlags & TYPEFLAG_FCANCREATE)) continue;
+        if (FAILED(library->GetTypeInfo(i, type.put())) || FAILED(type->GetTypeAttr(&attributes))) continue;
+        const bool creatable = attributes->typekind == TKIND_COCLASS && attributes->wTypeFlags & TYPEFLAG_FCANCREATE;
+        type->ReleaseTypeAttr(attributes);
         HREFTYPE reference = 0;
-        ITypeInfo* interfaceType = nullptr;
-        if (FAILED(type->GetRefTypeOfImplType(0, &reference)) ||
-            FAILED(type->GetRefTypeInfo(reference, &interfaceType)))
-            continue;
-        classes.push_back({L"TarnCom32." + nameOf(*type), Pointer<ITypeInfo>(interfaceType)});
+        ComPtr<ITypeInfo> interfaceType;
+        if (creatable && SUCCEEDED(type->GetRefTypeOfImplType(0, &reference)) &&
+            SUCCEEDED(type->GetRefTypeInfo(reference, interfaceType.put())))
+            classes.push_back({L"TarnCom32." + nameOf(*type.get()), interfaceType});
     }
     return classes;
 }
@@ -86,17 +107,22 @@ void forEachMember(ITypeInfo& type, const std::function<void(const FUNCDESC&, co
         FUNCDESC* member = nullptr;
         if (FAILED(type.GetFuncDesc(i, &member)))
             throw std::runtime_error("the type library's description of a member cannot be read");
-        const auto lent = lend(member, [&](FUNCDESC* it) { type.ReleaseFuncDesc(it); });
+        const auto free = [&](FUNCDESC* it) { type.ReleaseFuncDesc(it); };
+        const std::unique_ptr<FUNCDESC, decltype(free)> lent(member, free);
         // A dispatch view of a dual interface begins with the seven entries of IDispatch.
-        if (member->oVft < static_cast<SHORT>(7 * sizeof(void*)) || (member->wFuncFlags & FUNCFLAG_FRESTRICTED))
-            continue;
-        visit(*member, nameOf(type, member->memid));
+        if (member->oVft >= static_cast<SHORT>(7 * sizeof(void*)) && !(member->wFuncFlags & FUNCFLAG_FRESTRICTED))
+            visit(*member, nameOf(type, member->memid));
     }
 }
 
-Pointer<IDispatch> createQuiet(const Class& described) {
-    Pointer<IDispatch> object = create(described.progId.c_str());
-    if (object && described.progId == L"TarnCom32.CommonDlg") putNumber(*object, L"MaxFileSize", 1);
+ComPtr<IDispatch> createQuiet(const Class& described) {
+    ComPtr<IDispatch> object = create(described.progId);
+    if (object && described.progId == L"TarnCom32.CommonDlg") {
+        std::vector<Value> one(1);
+        one[0].vt = VT_I2;
+        one[0].iVal = 1;
+        invoke(*object.get(), idOf(*object.get(), L"MaxFileSize"), INVOKE_PROPERTYPUT, one, nullptr);
+    }
     return object;
 }
 

@@ -1,37 +1,16 @@
 #pragma once
 
-#include <windows.h>
-
-#include <oaidl.h>
-#include <oleauto.h>
+#include "com/bridge/com_ptr.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 /// A client that knows the library by its ProgIDs and its type library only.
 namespace client {
 
-struct Release {
-    template <class T>
-    void operator()(T* pointer) const {
-        pointer->Release();
-    }
-};
-template <class T>
-using Pointer = std::unique_ptr<T, Release>;
-
-/// A VARIANT that clears itself.
-struct Value : VARIANT {
-    Value() { VariantInit(this); }
-    Value(const Value&) = delete;
-    ~Value() { VariantClear(this); }
-    static void setText(VARIANT& target, const wchar_t* text) {
-        target.vt = VT_BSTR;
-        target.bstrVal = SysAllocString(text);
-    }
-};
+using tarncom32::com::ComPtr;
+using Value = tarncom32::com::OwnedVariant;
 
 /// COM on this thread, as an apartment of its own.
 struct Apartment {
@@ -40,16 +19,33 @@ struct Apartment {
     ~Apartment() { CoUninitialize(); }
 };
 
+/// The id of a class; all zeros when it is not registered.
+CLSID idOfClass(const std::wstring& progId);
+/// Below HKEY_CLASSES_ROOT, the key whose default value is the path of a class's DLL.
+std::wstring serverKey(REFCLSID clsid);
 /// The path under which StringFunctions is registered.
 std::wstring registeredPath();
 
+/// Calls DllCanUnloadNow, DllRegisterServer or DllUnregisterServer.
+HRESULT callEntry(HMODULE module, const char* name);
+/// What DllGetClassObject gives; null when it refuses.
+ComPtr<IClassFactory> factoryOf(HMODULE module, REFCLSID clsid);
+
 /// A new object by its ProgID; null when it cannot be created.
-Pointer<IDispatch> create(const wchar_t* progId);
+ComPtr<IDispatch> create(const std::wstring& progId);
+
+void setText(VARIANT& target, const wchar_t* text);
+/// The number of a member; DISPID_UNKNOWN when there is none of the name.
+DISPID idOf(IDispatch& object, const wchar_t* name);
+/// Calls a member, by the type library's own dispatcher where `type` is given. The arguments stand in the order of the
+/// wire, last one first. Gives the number of the error that the member raised in place of DISP_E_EXCEPTION.
+HRESULT invoke(IDispatch& object, DISPID id, INVOKEKIND kind, std::vector<Value>& arguments, VARIANT* result,
+               ITypeInfo* type = nullptr);
 
 /// A class that clients can create, as the type library has it.
 struct Class {
     std::wstring progId;
-    Pointer<ITypeInfo> interfaceType;
+    ComPtr<ITypeInfo> interfaceType;
 };
 std::vector<Class> creatableClasses();
 
@@ -57,6 +53,6 @@ std::vector<Class> creatableClasses();
 void forEachMember(ITypeInfo& type, const std::function<void(const FUNCDESC&, const std::wstring& name)>& visit);
 
 /// An object on which no member waits for a user: a file dialog has no room for any name, and fails before it appears.
-Pointer<IDispatch> createQuiet(const Class& described);
+ComPtr<IDispatch> createQuiet(const Class& described);
 
 } // namespace client
