@@ -1,5 +1,6 @@
 #include "com/bridge/foreign_object.h"
 #include "com/com_fixture.h"
+#include "support/error_of.h"
 
 #include <dispex.h>
 #include <ocidl.h>
@@ -116,19 +117,9 @@ TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {
     object->invoke(MemberName(u"Value"), Access::Method, arguments, 0b10);
     EXPECT_EQ(arguments[0], Variant(Boolean(false)));
     EXPECT_EQ(arguments[1], Variant(Boolean(true)));
-    try {
-        object->call(u"Fail");
-        ADD_FAILURE() << "it raised nothing";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number(), static_cast<std::int32_t>(0x86DB0001));
-        EXPECT_EQ(error.description(), u"of its own");
-    }
-    try {
-        object->call(u"Other");
-        ADD_FAILURE() << "it raised nothing";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.number(), errors::NoSuchMember);
-    }
+    EXPECT_EQ(tests::errorOf([&] { object->call(u"Fail"); }), static_cast<std::int32_t>(0x86DB0001));
+    EXPECT_EQ(tests::errorTextOf([&] { object->call(u"Fail"); }), u"of its own");
+    EXPECT_EQ(tests::errorOf([&] { object->call(u"Other"); }), errors::NoSuchMember);
     EXPECT_THROW(object->enumerate(), Error);
 }
 

@@ -27,6 +27,14 @@ protected:
     HRESULT callMethod(const wchar_t* name, A... arguments) {
         return callSlot(name, MemberKind::Method, arguments...);
     }
+    /// What a method of one argument makes of it; the result's variable holds what must not be read.
+    template <class T>
+    T echo(const wchar_t* name, T value) {
+        T result;
+        std::memset(&result, 0x5A, sizeof result);
+        EXPECT_EQ(callMethod(name, value, &result), S_OK) << toUtf8(viewOf(name));
+        return result;
+    }
 
     /// The thread's error information, taken.
     static String lastError() {
@@ -40,89 +48,107 @@ protected:
 
 TEST_F(Vtable, CarriesEveryTypeByValueAndAsResult) {
     const OwnedText text(SysAllocStringLen(L"a\0b", 3));
-    OwnedText result(SysAllocString(L"poison"));
-    BSTR poisoned = result.detach();
-    SysFreeString(poisoned);
-    EXPECT_EQ(callMethod(L"EchoText", text.get(), result.put()), S_OK);
-    EXPECT_EQ(viewOfBstr(result.get()), StringView(u"a\0b", 3));
-    EXPECT_EQ(callMethod(L"EchoText", BSTR(nullptr), result.put()), S_OK);
-    EXPECT_EQ(viewOfBstr(result.get()), u"");
-
-    VARIANT_BOOL flag = 77;
-    EXPECT_EQ(callMethod(L"EchoFlag", VARIANT_BOOL(1), &flag), S_OK);
-    EXPECT_EQ(flag, 1) << "all bits of a flag are kept";
-    short integer = 0;
-    EXPECT_EQ(callMethod(L"EchoInteger", short(-5), &integer), S_OK);
-    EXPECT_EQ(integer, -5);
-    long color = 0;
-    EXPECT_EQ(callMethod(L"EchoColor", 24L, &color), S_OK);
-    EXPECT_EQ(color, 24);
-    double number = 0;
-    EXPECT_EQ(callMethod(L"EchoDouble", 1.25, &number), S_OK);
-    EXPECT_EQ(number, 1.25);
-    EXPECT_EQ(callMethod(L"EchoDate", DATE(2.5), &number), S_OK);
-    EXPECT_EQ(number, 2.5);
-    CY amount{};
-    amount.int64 = 12345678901;
-    CY amountBack{};
-    EXPECT_EQ(callMethod(L"EchoCurrency", amount, &amountBack), S_OK);
-    EXPECT_EQ(amountBack.int64, amount.int64);
+    EXPECT_EQ(viewOfBstr(OwnedText(echo(L"EchoText", text.get())).get()), StringView(u"a\0b", 3));
+    EXPECT_EQ(viewOfBstr(OwnedText(echo(L"EchoText", BSTR(nullptr))).get()), u"");
+    EXPECT_EQ(echo(L"EchoFlag", VARIANT_BOOL(1)), 1) << "all bits of a flag are kept";
+    EXPECT_EQ(echo(L"EchoInteger", short(-5)), -5);
+    EXPECT_EQ(echo(L"EchoColor", 24L), 24);
+    EXPECT_EQ(echo(L"EchoDouble", 1.25), 1.25);
+    EXPECT_EQ(echo(L"EchoDate", DATE(2.5)), 2.5);
+    EXPECT_EQ(echo(L"EchoCurrency", CY{.int64 = 12345678901}).int64, 12345678901);
     VARIANT value{};
     value.vt = VT_R8;
     value.dblVal = 2.5;
-    OwnedVariant back;
-    EXPECT_EQ(callMethod(L"EchoVariant", value, static_cast<VARIANT*>(&back)), S_OK);
-    EXPECT_EQ(fromVariant(back), Variant(2.5));
-    ComPtr<IDispatch> object;
-    EXPECT_EQ(callMethod(L"EchoProbe", face.get(), object.put()), S_OK);
-    EXPECT_EQ(object.get(), face.get());
-    EXPECT_EQ(callMethod(L"EchoObject", static_cast<IDispatch*>(nullptr), object.put()), S_OK);
-    EXPECT_EQ(object.get(), nullptr);
+    EXPECT_EQ(fromVariant(echo(L"EchoVariant", value)), Variant(2.5));
+    EXPECT_EQ(echo(L"EchoProbe", face.get()), face.get());
+    face->Release();
+    EXPECT_EQ(echo(L"EchoObject", static_cast<IDispatch*>(nullptr)), nullptr);
 }
 
-TEST_F(Vtable, FreesAndReplacesWhatIsPassedByReference) {
-    for (const long start : {4L, -4L}) {
-        BSTR text = SysAllocString(L"ab");
-        long number = start;
-        VARIANT_BOOL flag = 1;
-        OwnedVariant value;
-        IDispatch* object = exportObject(make<Collection>());
-        const HRESULT result = callMethod(L"DoubleAll", &text, &number, &flag, static_cast<VARIANT*>(&value), &object);
-        EXPECT_EQ(result, start < 0 ? static_cast<HRESULT>(0x800A0006) : S_OK);
-        EXPECT_EQ(viewOfBstr(text), u"abab");
-        EXPECT_EQ(number, start * 2);
-        EXPECT_EQ(flag, 2);
-        EXPECT_EQ(fromVariant(value), Variant(u"was empty"));
-        EXPECT_EQ(object, face.get()) << "the collection was released with this";
-        EXPECT_EQ(lastError(), start < 0 ? u"Overflow" : u"none");
-        SysFreeString(text);
-        object->Release();
+TEST_F(Vtable, AndLateBindingWriteEveryKindOfReferenceBack) {
+    // Late-bound as typed variables and as the variants in which scripts pass theirs; also when the member fails in the
+    // end.
+    enum Way { Late, InVariants, Early };
+    for (const Way way : {Late, InVariants, Early}) {
+        for (const long start : {4L, -4L}) {
+            BSTR text = SysAllocString(L"ab");
+            long number = start;
+            VARIANT_BOOL flag = 1;
+            IDispatch* object = exportObject(make<Collection>());
+            OwnedVariant inner[5];
+            VARIANT values[5]{};
+            const auto refer = [&](int place, VARTYPE type, void* variable, std::size_t size) {
+                if (way == InVariants && type != VT_VARIANT) {
+                    inner[place].vt = type;
+                    memcpy(&inner[place].llVal, variable, size);
+                    type = VT_VARIANT;
+                    variable = &inner[place];
+                }
+                values[place].vt = static_cast<VARTYPE>(VT_BYREF | type);
+                values[place].byref = variable;
+            };
+            refer(4, VT_BSTR, &text, sizeof text);
+            refer(3, VT_I4, &number, sizeof number);
+            refer(2, VT_BOOL, &flag, sizeof flag);
+            refer(1, VT_VARIANT, &inner[1], 0);
+            refer(0, VT_DISPATCH, &object, sizeof object);
+            if (way == Early) {
+                auto* variant = static_cast<VARIANT*>(&inner[1]);
+                EXPECT_EQ(callMethod(L"DoubleAll", &text, &number, &flag, variant, &object),
+                          start < 0 ? static_cast<HRESULT>(0x800A0006) : S_OK);
+                EXPECT_EQ(lastError(), start < 0 ? u"Overflow" : u"none");
+            } else {
+                EXPECT_EQ(invoke(face.get(), 11, DISPATCH_METHOD, values).result, start < 0 ? DISP_E_EXCEPTION : S_OK);
+            }
+            EXPECT_EQ(fromVariant(values[4]), Variant(u"abab"));
+            EXPECT_EQ(fromVariant(values[3]), Variant(static_cast<std::int32_t>(start * 2)));
+            EXPECT_EQ(fromVariant(values[2]), Variant(Boolean::fromBits(2)));
+            EXPECT_EQ(fromVariant(values[1]), Variant(u"was empty"));
+            EXPECT_EQ(fromVariant(values[0]), Variant(probe)) << "the collection was released with this";
+            if (way != InVariants) {
+                SysFreeString(text);
+                object->Release();
+            }
+        }
     }
 }
 
-TEST_F(Vtable, ReversesArraysInPlace) {
-    SAFEARRAYBOUND bound{2, -1};
-    SAFEARRAY* array = SafeArrayCreate(VT_BSTR, 1, &bound);
-    LONG last = 0;
-    const OwnedText text(SysAllocString(L"z"));
-    SafeArrayPutElement(array, &last, text.get());
-    SAFEARRAY* before = array;
-    EXPECT_EQ(callMethod(L"Reverse", &array), S_OK);
-    EXPECT_EQ(array, before);
-    EXPECT_EQ(fromSafeArray(array, VariantType::String), Array(VariantType::String, -1, {u"z", u""}));
-    SafeArrayDestroy(std::exchange(array, nullptr));
+TEST_F(Vtable, AndLateBindingFillArraysWhereTheyStand) {
+    SAFEARRAY* array = nullptr;
+    VARIANT value{};
+    value.vt = VT_BYREF | VT_ARRAY | VT_BSTR;
+    value.pparray = &array;
+    const auto reverse = [&](bool early) {
+        return early ? callMethod(L"Reverse", &array) : invoke(face.get(), 12, DISPATCH_METHOD, {&value, 1}).result;
+    };
+    for (const bool early : {false, true}) {
+        OwnedVariant texts;
+        initVariant(texts, Array(VariantType::String, 5, {u"a", u"b", u"c"}));
+        array = texts.parray;
+        EXPECT_EQ(reverse(early), S_OK);
+        EXPECT_EQ(array, texts.parray);
+        EXPECT_EQ(fromSafeArray(array, VariantType::String), Array(VariantType::String, 5, {u"c", u"b", u"a"}));
 
-    EXPECT_EQ(callMethod(L"Reverse", &array), S_OK);
-    EXPECT_EQ(fromSafeArray(array, VariantType::String).lowerBound(), 1);
-    long size = 0;
-    EXPECT_EQ(callMethod(L"SizeOf", &array, &size), S_OK) << "any array is one of variants to a member that reads it";
-    EXPECT_EQ(size, 1);
-    SafeArrayDestroy(array);
+        array = nullptr;
+        EXPECT_EQ(reverse(early), S_OK);
+        EXPECT_EQ(fromSafeArray(array, VariantType::String), Array(VariantType::String, 1, {u"end"}))
+            << "had no bounds";
+        long size = 0;
+        EXPECT_EQ(callMethod(L"SizeOf", &array, &size), S_OK) << "any array is one of variants to a member that reads";
+        EXPECT_EQ(size, 1);
+        SafeArrayDestroy(array);
+    }
+    // A script's variable gets what scripts can index.
+    OwnedVariant variable;
+    value.vt = VT_BYREF | VT_VARIANT;
+    value.pvarVal = &variable;
+    EXPECT_EQ(reverse(false), S_OK);
+    EXPECT_EQ(variable.vt, VT_ARRAY | VT_VARIANT);
 
-    SAFEARRAY* wrong = SafeArrayCreate(VT_I4, 1, &bound);
-    EXPECT_EQ(callMethod(L"Reverse", &wrong), static_cast<HRESULT>(0x800A000D));
+    OwnedVariant numbers;
+    initVariant(numbers, Array(VariantType::Long, -1, 2));
+    EXPECT_EQ(callMethod(L"Reverse", &numbers.parray), static_cast<HRESULT>(0x800A000D));
     EXPECT_EQ(lastError(), descriptionOf(errors::TypeMismatch));
-    SafeArrayDestroy(wrong);
 }
 
 TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
@@ -136,7 +162,7 @@ TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
     EXPECT_EQ(callSlot(L"Name", MemberKind::Let, first.get()), S_OK);
     EXPECT_EQ(callSlot(L"Name", MemberKind::Get, result.put()), S_OK);
     EXPECT_EQ(viewOfBstr(result.get()), u"one");
-    EXPECT_EQ(callSlot(L"Owner", MemberKind::Set, static_cast<IDispatch*>(face.get())), S_OK);
+    EXPECT_EQ(callSlot(L"Owner", MemberKind::Set, face.get()), S_OK);
     EXPECT_EQ(probe->owner(), ObjectRef(probe));
     probe->setOwner({});
     ComPtr<IUnknown> walk;
@@ -149,19 +175,13 @@ TEST_F(Vtable, RefusesNullPointersAndTellsWhy) {
     EXPECT_NE(lastError(), u"none");
     long number = 0;
     VARIANT_BOOL flag = 0;
-    OwnedVariant value;
+    VARIANT value{};
     IDispatch* object = nullptr;
-    EXPECT_EQ(
-        callMethod(L"DoubleAll", static_cast<BSTR*>(nullptr), &number, &flag, static_cast<VARIANT*>(&value), &object),
-        E_POINTER);
+    EXPECT_EQ(callMethod(L"DoubleAll", static_cast<BSTR*>(nullptr), &number, &flag, &value, &object), E_POINTER);
     EXPECT_EQ(callMethod(L"Reverse", static_cast<SAFEARRAY**>(nullptr)), E_POINTER);
-    ComPtr<IDispatch> probeBack;
-    const ComPtr<IDispatch> collection = [] {
-        ComPtr<IDispatch> pointer;
-        *pointer.put() = exportObject(make<Collection>());
-        return pointer;
-    }();
-    EXPECT_EQ(callMethod(L"EchoProbe", collection.get(), probeBack.put()), static_cast<HRESULT>(0x800A000D))
+    ComPtr<IDispatch> collection;
+    *collection.put() = exportObject(make<Collection>());
+    EXPECT_EQ(callMethod(L"EchoProbe", collection.get(), &object), static_cast<HRESULT>(0x800A000D))
         << "an object of another class";
     EXPECT_EQ(callMethod(L"Fail", 457L), static_cast<HRESULT>(0x800A01C9));
     EXPECT_EQ(lastError(), descriptionOf(457));
