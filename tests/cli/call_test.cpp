@@ -1,8 +1,11 @@
 #include "cli/run_tarn.h"
+#include "platform/portable/drive_map.h"
+#include "support/temporary_folder.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <algorithm>
+#include <fstream>
+#include <utility>
 
 namespace tarncom32::tests {
 namespace {
@@ -18,7 +21,7 @@ void check(const std::vector<Case>& cases, const std::vector<std::string>& befor
     for (const Case& line : cases) {
         std::vector<std::string> arguments = before;
         arguments.insert(arguments.end(), line.arguments.begin(), line.arguments.end());
-        SCOPED_TRACE(testing::PrintToString(arguments));
+        SCOPED_TRACE(testing::PrintToString(arguments).substr(0, 200));
         const Outcome run = runTarn(arguments);
         EXPECT_EQ(run.out, line.out);
         EXPECT_EQ(run.err, line.err);
@@ -127,8 +130,45 @@ TEST(Call, TellsWhatWasRaisedInOneLine) {
         {"call"});
 }
 
+TEST(Call, OfFileOperationsWorksOnTheFilesFoldersAndInputOfTheProgram) {
+    const TemporaryFolder folder;
+    const std::string here = folder.path().string();
+    const std::string drive = automation::toUtf8(platform::portable::DriveMap({}).toAutomation(folder.path()));
+    std::ofstream(here + "/Plan.vsd") << "x";
+    std::filesystem::permissions(here + "/Plan.vsd", std::filesystem::perms::owner_read);
+
+    const std::string temporary = "Z:[\\][^\n]*[\\]rad[0-9A-F]+";
+    const std::string made = "\noFSO = FileSystemObject\n";
+    const struct {
+        std::string member;
+        std::vector<std::string> arguments;
+        std::string out; // a regular expression; [\] for a backslash
+    } cases[] = {
+        {"IsFileReadOnly", {here + "/Plan.vsd"}, "True\n"},
+        {"TrimFilePath", {"C:\\a\\Plan.vsd"}, "Plan[.]vsd" + made},
+        {"FindSystemFolder", {"26"}, "Z:[\\]config\n"},
+        {"IsFileAlreadyOpened", {here + "/missing"}, "False\n"},
+        {"GetTempDirectory", {}, "Z:[\\][^\n]*[\\]" + made},
+        {"GetTempPathFileName", {"nothing", ".vsd"}, temporary + "[.]vsd" + made},
+        {"SaveStreamToFile", {"text \u20AC\u0416", here + "/out.txt"}, "oFSO = FileSystemObject\n"},
+        {"GetShortPath", {"Z:\\"}, "Z:[\\]\n"},
+        {"GetLongPath", {drive + "\\missing"}, "\n"},
+        // Without input every dialog is cancelled.
+        {"GetSelectedFilename", {"Title"}, "\nbCancel = True\noCommonDialog = CommonDlg\nhWndParent = 0\n"},
+    };
+    for (const auto& c : cases) {
+        std::vector<std::string> arguments{"call", "FileOperations." + c.member};
+        arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+        const Outcome outcome = runTarn(arguments, {"HOME=" + here, "TMPDIR=" + here, "XDG_CONFIG_HOME=/config"});
+        EXPECT_EQ(outcome.status, 0) << c.member << ": " << outcome.err;
+        EXPECT_THAT(outcome.out, testing::MatchesRegex(c.out)) << c.member;
+    }
+    std::ifstream saved(here + "/out.txt", std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), "text \x80?");
+}
+
 TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
-    const std::vector<Case> cases = {
+    std::vector<Case> cases = {
         {{}, "tarn: a command is missing; \"tarn --help\" lists them\n"},
         {{"clases"}, "tarn: there is no command or option \"clases\"; \"tarn --help\" lists them\n"},
         {{"--nonsense"}, "tarn: there is no command or option \"--nonsense\"; \"tarn --help\" lists them\n"},
@@ -163,13 +203,11 @@ TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
         {{"classes", "extra"},
          "tarn: The following argument was not expected: extra; \"tarn classes --help\" shows what can be written\n"},
     };
-    for (const Case& line : cases) {
-        SCOPED_TRACE(testing::PrintToString(line.arguments).substr(0, 200));
-        const Outcome run = runTarn(line.arguments);
-        EXPECT_EQ(run.err, line.out);
-        EXPECT_EQ(run.out, "");
-        EXPECT_EQ(run.status, 2);
+    for (Case& line : cases) {
+        line.err = std::exchange(line.out, "");
+        line.status = 2;
     }
+    check(cases, {});
 }
 
 TEST(Output, ThatCannotBeWrittenIsAFailure) {

@@ -15,12 +15,6 @@ namespace {
 
 using File = std::unique_ptr<FILE, decltype([](FILE* file) { std::fclose(file); })>;
 
-File temporaryFile() {
-    File file(std::tmpfile());
-    if (!file) throw std::runtime_error("no temporary file");
-    return file;
-}
-
 std::string contents(FILE* file) {
     std::rewind(file);
     std::string text;
@@ -37,61 +31,56 @@ std::vector<char*> pointers(const std::vector<std::string>& words) {
     return result;
 }
 
-pid_t start(int out, int err, std::vector<std::string> words, const std::vector<std::string>& environment) {
+/// Runs the program with its output in `out`; on a terminal, whose text the outcome has, where that is null.
+Outcome run(FILE* out, std::vector<std::string> words, std::vector<std::string> settings) {
     words.insert(words.begin(), "tarn");
-    std::vector<std::string> settings = environment;
     for (const char* kept : {"ASAN_OPTIONS=", "UBSAN_OPTIONS=", "LSAN_OPTIONS="})
         if (const char* value = std::getenv(std::string(kept, std::strlen(kept) - 1).c_str()))
             settings.push_back(kept + std::string(value));
     const std::vector<char*> argv = pointers(words);
     const std::vector<char*> envp = pointers(settings);
-    const pid_t child = fork();
+    const File err(std::tmpfile());
+    if (!err) throw std::runtime_error("no temporary file");
+    winsize size{.ws_row = 25, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
+    int terminal = -1;
+    const pid_t child = out != nullptr ? fork() : forkpty(&terminal, nullptr, nullptr, &size);
+    if (child < 0) throw std::runtime_error("no new process");
     if (child == 0) {
-        dup2(out, STDOUT_FILENO);
-        dup2(err, STDERR_FILENO);
+        if (out != nullptr) dup2(fileno(out), STDOUT_FILENO);
+        dup2(fileno(err.get()), STDERR_FILENO);
         close(STDIN_FILENO);
         execve(TARN_PROGRAM, argv.data(), envp.data());
         _exit(126);
     }
-    if (child < 0) throw std::runtime_error("no new process");
-    return child;
-}
-
-int statusOf(pid_t child) {
+    Outcome outcome{0, {}, {}};
+    if (terminal >= 0) {
+        char buffer[4096];
+        for (ssize_t count; (count = read(terminal, buffer, sizeof buffer)) > 0;)
+            outcome.out.append(buffer, static_cast<std::size_t>(count));
+        close(terminal);
+        std::erase(outcome.out, '\r');
+    }
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    outcome.err = contents(err.get());
+    return outcome;
 }
 
 } // namespace
 
 Outcome runTarn(const std::vector<std::string>& arguments, const std::vector<std::string>& environment,
                 const char* target) {
-    const File out = target != nullptr ? File(std::fopen(target, "w")) : temporaryFile();
-    if (!out) throw std::runtime_error(std::string("cannot open ") + target);
-    const File err = temporaryFile();
-    const int status = statusOf(start(fileno(out.get()), fileno(err.get()), arguments, environment));
-    return {status, target != nullptr ? "" : contents(out.get()), contents(err.get())};
+    const File out(target != nullptr ? std::fopen(target, "w") : std::tmpfile());
+    if (!out) throw std::runtime_error("no file for the output");
+    Outcome outcome = run(out.get(), arguments, environment);
+    if (target == nullptr) outcome.out = contents(out.get());
+    return outcome;
 }
 
 Outcome runTarnOnTerminal(const std::vector<std::string>& arguments, const std::vector<std::string>& environment) {
-    const File err = temporaryFile();
-    winsize size{.ws_row = 25, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
-    int terminal = -1;
-    int program = -1;
-    if (openpty(&terminal, &program, nullptr, nullptr, &size) != 0) throw std::runtime_error("no terminal");
-    const pid_t child = start(program, fileno(err.get()), arguments, environment);
-    close(program);
-    Outcome run{0, {}, {}};
-    char buffer[4096];
-    for (ssize_t count; (count = read(terminal, buffer, sizeof buffer)) > 0;)
-        run.out.append(buffer, static_cast<std::size_t>(count));
-    close(terminal);
-    std::erase(run.out, '\r');
-    run.status = statusOf(child);
-    run.err = contents(err.get());
-    return run;
+    return run(nullptr, arguments, environment);
 }
 
 } // namespace tarncom32::tests

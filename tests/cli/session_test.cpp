@@ -46,20 +46,6 @@ Depth  Name           Universal name
     EXPECT_EQ(run.status, 0);
 }
 
-TEST(Session, KeepsTheShapesOfTheApplicationInsideAShape) {
-    // The walk inside a shape enters every group that it keeps, --sub-shapes or not.
-    const std::string out =
-        session({"--addon-args", "/doc=1 /page=1 /shape=Serverraum", "--application", "OfficeNetwork"}).out;
-    EXPECT_NE(out.find("\nShape: Serverraum (Server room)\nVersion: not checked\n"
-                       "Shapes: 10 inside the shape, 1 kept for OfficeNetwork\n\n"
-                       "Depth  Kept  Name                Universal name\n"
-                       "1      no      Sheet.2           Sheet.2\n"
-                       "1      yes     Gestell 1         Rack 1\n"
-                       "2      no        Verteilerfeld   Patch panel\n"),
-              std::string::npos)
-        << out;
-}
-
 TEST(Session, TellsTheUserOfAnUnfitVersion) {
     const struct {
         const char* wanted;

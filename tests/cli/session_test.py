@@ -6,6 +6,7 @@ Every page of every drawing: its names, and each shape in order with depth, name
 application. Ends with status 77 when it is given "" instead.
 """
 
+import itertools
 import json
 import os
 import pathlib
@@ -17,18 +18,6 @@ import zipfile
 
 SKIPPED = 77
 RELATION = '{http://schemas.openxmlformats.org/officeDocument/2006/relationships}id'
-
-
-def children(element, tag):
-    return [child for child in element if child.tag.rpartition('}')[2] == tag]
-
-
-def path(element, *tags):
-    """The elements at the end of a path of tags."""
-    found = [element]
-    for tag in tags:
-        found = [child for parent in found for child in children(parent, tag)]
-    return found
 
 
 class Drawing:
@@ -51,8 +40,8 @@ class Drawing:
         folder, name = posixpath.split(part)
         targets = {relation.get('Id'): posixpath.normpath(posixpath.join(folder, relation.get('Target')))
                    for relation in self.read(f'{folder}/_rels/{name}.rels')}
-        return [(entry, self.read(targets[children(entry, 'Rel')[0].get(RELATION)]))
-                for entry in children(self.read(part), tag)]
+        return [(entry, self.read(targets[entry.find('{*}Rel').get(RELATION)]))
+                for entry in self.read(part).findall('{*}' + tag)]
 
     def names(self, shape):
         local, universal = shape.get('Name') or shape.get('NameU'), shape.get('NameU') or shape.get('Name')
@@ -64,21 +53,20 @@ class Drawing:
 
     def application(self, shape, around):
         """What the shape's cell User.Application says, in the shape itself or in what it is an instance of."""
-        for row in path(shape, 'Section', 'Row'):
-            if row.get('N') == 'Application' and row.get('Del') != '1':
-                for value in children(row, 'Cell'):
-                    if value.get('N') == 'Value' and value.get('F') != 'Inh':
-                        return value.get('V')
+        for row in shape.findall("{*}Section/{*}Row[@N='Application']"):
+            for value in row.findall("{*}Cell[@N='Value']") if row.get('Del') != '1' else ():
+                if value.get('F') != 'Inh':
+                    return value.get('V')
         if shape.get('Master') in self.masters:
-            return self.application(path(self.masters[shape.get('Master')][1], 'Shapes', 'Shape')[0], None)
-        for candidate in around.iter() if around is not None and shape.get('MasterShape') else ():
-            if candidate.tag.endswith('}Shape') and candidate.get('ID') == shape.get('MasterShape'):
+            return self.application(self.masters[shape.get('Master')][1].find('{*}Shapes/{*}Shape'), None)
+        for candidate in around.iter('{*}Shape') if around is not None and shape.get('MasterShape') else ():
+            if candidate.get('ID') == shape.get('MasterShape'):
                 return self.application(candidate, around)
         return None
 
     def shapes(self, container, application, depth=0, around=None, kept=True):
         lines = []
-        for shape in path(container, 'Shapes', 'Shape'):
+        for shape in container.findall('{*}Shapes/{*}Shape'):
             if shape.get('Del') == '1':
                 continue
             keeps = kept and self.application(shape, around) == application
@@ -99,18 +87,15 @@ def session(tarn, file, page, application):
 def compare(tarn, file):
     drawing = Drawing(file)
     for number, (page, part) in enumerate(drawing.pages, 1):
-        values = {value for shape in part.iter() if shape.tag.endswith('}Shape')
-                  for value in [drawing.application(shape, None)] if value}
+        values = {drawing.application(shape, None) for shape in part.iter('{*}Shape')} - {None, ''}
         for application in sorted(values) or ['none']:
             shown = session(tarn, file, number, application)
             expected = drawing.shapes(part, application)
             assert shown['page']['name'] == page.get('Name'), (file, number, shown['page'])
-            for line, (actual, wanted) in enumerate(zip(shown['shapes'], expected)):
+            for line, (actual, wanted) in enumerate(itertools.zip_longest(shown['shapes'], expected)):
                 assert actual == wanted, (file, number, application, line, actual, wanted)
-            assert len(shown['shapes']) == len(expected), (file, number, len(shown['shapes']), len(expected))
-            levels = max((shape['depth'] + 1 for shape in expected), default=0)
-            print(f'{file.name}, page {number}: {len(expected)} shapes, {levels} deep, '
-                  f'{sum(shape["kept"] for shape in expected)} kept for {application}')
+            print(f'{file.name}, page {number}: {len(expected)} shapes, {sum(shape["kept"] for shape in expected)} '
+                  f'kept for {application}')
 
 
 def main(tarn, place):

@@ -15,12 +15,10 @@ public:
     static const ClassInfo& describe();
 
     String echoText(StringView text) { return String(text); }
-    Boolean echoFlag(Boolean flag) { return flag; }
-    std::int16_t echoInteger(std::int16_t number) { return number; }
-    frame::eCOLORS echoColor(frame::eCOLORS color) { return color; }
-    double echoDouble(double number) { return number; }
-    Date echoDate(Date date) { return date; }
-    Currency echoCurrency(Currency currency) { return currency; }
+    template <class T>
+    T echo(T value) {
+        return value;
+    }
     Variant echoVariant(const Variant& value) { return value; }
     ObjectRef echoObject(const ObjectRef& object) { return object; }
     Ref<Probe> echoProbe(const Ref<Probe>& probe) { return probe; }
