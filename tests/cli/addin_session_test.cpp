@@ -1,12 +1,11 @@
-// The session that examples/addin_session.vbs runs under a script host, with the same drawing: what the program prints
-// is what the script prints, kept in examples/addin_session.txt.
+// The session that examples/addin_session.vbs runs under a script host, on the same page: what the program prints is
+// what the script prints, kept in examples/addin_session.txt.
 
-#include "automation/convert.h"
 #include "cli/session.h"
+
 #include "cli/session_output.h"
-#include "standin/host.h"
 #include "support/source_folder.h"
-#include "support/test_platform.h"
+#include "visio/session.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -16,61 +15,44 @@ namespace tarncom32::tests {
 namespace {
 
 using automation::ObjectRef;
-using automation::String;
 using automation::StringView;
 using automation::toObject;
+using Visio = visio::tests::Session;
 
-void setUserCell(const ObjectRef& sheet, StringView row, StringView text) {
-    sheet->call(u"AddNamedRow", std::int16_t{242}, row, std::int16_t{0});
-    toObject(sheet->get(u"Cells", u"User." + String(row)))->put(u"Formula", u'"' + String(text) + u'"');
+/// The sheet, now of the application that the session is about.
+ObjectRef owned(const ObjectRef& sheet) {
+    Visio::setUserCell(sheet, u"Application", u"\"OfficeNetwork\"");
+    return sheet;
 }
 
-ObjectRef owned(const ObjectRef& shape) {
-    setUserCell(shape, u"Application", u"OfficeNetwork");
-    return shape;
-}
-
-ObjectRef named(const ObjectRef& object, StringView universal, StringView local) {
-    object->put(u"Name", universal);
+/// The object with a name that is not its universal one any more.
+ObjectRef named(const ObjectRef& object, StringView local) {
     object->put(u"Name", local);
     return object;
 }
 
-ObjectRef square(const ObjectRef& in) {
-    return toObject(in->call(u"DrawRectangle", 0, 0, 1, 1));
-}
+void buildDrawing(const ObjectRef& application) {
+    const ObjectRef document = Visio::newDrawing(application);
+    Visio::setUserCell(toObject(document->get(u"DocumentSheet")), u"Version", u"\"1.4\"");
+    const ObjectRef master = named(toObject(toObject(document->get(u"Masters"))->call(u"Add")), u"Workstation");
+    master->call(u"DrawRectangle", 0, 0, 1, 1);
 
-ObjectRef group(const ObjectRef& in) {
-    const ObjectRef shape = square(in);
-    shape->call(u"ConvertToGroup");
-    return shape;
-}
-
-void buildDrawing(const ObjectRef& visio) {
-    const ObjectRef document = toObject(toObject(visio->get(u"Documents"))->call(u"Add", u""));
-    setUserCell(toObject(document->get(u"DocumentSheet")), u"Version", u"1.4");
-    const ObjectRef master = toObject(toObject(document->get(u"Masters"))->call(u"Add"));
-    square(named(master, u"Workstation", u"Workstation"));
-
-    const ObjectRef pages = toObject(document->get(u"Pages"));
-    const ObjectRef page = named(toObject(pages->call(u"Item", 1)), u"Ground floor", u"Erdgeschoss");
-    const ObjectRef room = owned(named(group(page), u"Server room", u"Serverraum"));
-    const ObjectRef rack = owned(named(group(room), u"Rack 1", u"Gestell 1"));
-    owned(named(square(rack), u"Switch", u"Switch"));
-    square(rack);
+    const ObjectRef page = named(named(Visio::page(document, 1), u"Ground floor"), u"Erdgeschoss");
+    const ObjectRef room = owned(named(Visio::drawGroup(page, u"Server room"), u"Serverraum"));
+    const ObjectRef rack = owned(named(Visio::drawGroup(room, u"Rack 1"), u"Gestell 1"));
+    owned(Visio::draw(rack, u"Switch"));
+    rack->call(u"DrawRectangle", 0, 0, 1, 1);
     room->call(u"Drop", master, 4, 2);
     page->call(u"Drop", master, 7, 2);
     owned(toObject(page->call(u"Drop", master, 7, 4)));
-    square(page);
-    square(named(toObject(pages->call(u"Add")), u"Upper floor", u"Upper floor"));
+    page->call(u"DrawRectangle", 0, 0, 9, 6);
 }
 
 TEST(AddInSession, PrintsWhatTheScriptPrints) {
-    standin::Host host;
-    TestPlatform surroundings(host);
-    library::Library library(surroundings.platform);
-    const ObjectRef visio = host.start(u"Visio.Application");
-    buildDrawing(visio);
+    Visio surroundings;
+    const ObjectRef application = surroundings.startVisio();
+    buildDrawing(application);
+    library::Library library(surroundings.surroundings.platform);
 
     std::ostringstream out;
     const cli::Output output{out, out, cli::Terminal(false, 0)};
@@ -84,10 +66,9 @@ TEST(AddInSession, PrintsWhatTheScriptPrints) {
         options.application = "OfficeNetwork";
         // The walk inside a shape enters every group, asked to or not.
         options.subShapes = *wantedVersion != 0;
-        cli::Session session{surroundings.platform, library, options};
-        session.application = visio;
-        session.majorVersion =
-            automation::toInteger(library.global(u"VisioFunctions")->call(u"WhichVisioMajorVersionIsThis", visio));
+        cli::Session session{surroundings.surroundings.platform, library, options};
+        session.application = application;
+        session.majorVersion = surroundings.functions->whichVisioMajorVersionIsThis(application);
         cli::resolveAddonString(session);
         cli::checkVersion(session);
         cli::walkShapes(session);
@@ -96,7 +77,7 @@ TEST(AddInSession, PrintsWhatTheScriptPrints) {
     std::ostringstream expected;
     expected << std::ifstream(sourceFolder() / "examples/addin_session.txt").rdbuf();
     EXPECT_EQ(out.str(), expected.str());
-    EXPECT_TRUE(surroundings.messageBox.shown.empty());
+    EXPECT_TRUE(surroundings.shown().empty());
 }
 
 } // namespace
