@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 
 #include <fstream>
-#include <utility>
 
 namespace tarncom32::tests {
 namespace {
@@ -93,34 +92,12 @@ TEST(Call, TakesAnyTextAsAnArgument) {
         {});
 }
 
-TEST(Call, TellsWhatWasRaisedInOneLine) {
+TEST(Call, PrintsWhatWasWrittenAndShownBesideTheResult) {
     check(
         {
-            {{"StringFunctions.RemoveIDFromListWithDelimiter", "a", "1", ","},
-             "",
-             "tarn: error 13: Type mismatch\n",
-             1},
-            {{"StringFunctions.RemoveIDFromListWithDelimiter", "1", "70000", ","},
-             "",
-             "tarn: error 6: Overflow; \"70000\" cannot be iID As Integer\n",
-             1},
             {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "", "-1"},
              "asResult = \n",
              "tarn: error 13: Type mismatch; \"\" cannot be asResult As String(); write empty for a new variable\n",
-             1},
-            {{"StringFunctions.ReverseString"},
-             "",
-             "tarn: error 449: Argument not optional; StringFunctions.ReverseString takes sText\n",
-             1},
-            {{"StringFunctions.ReverseString", "a", "b"},
-             "",
-             "tarn: error 450: Wrong number of arguments or invalid property assignment; StringFunctions.ReverseString "
-             "takes sText\n",
-             1},
-            {{"UserProfileEntry.Name"},
-             "",
-             "tarn: error 429: ActiveX component can't create object: TarnCom32.UserProfileEntry is not the ProgID of "
-             "a class that can be created\n",
              1},
             {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},
              "0\n",
@@ -128,6 +105,35 @@ TEST(Call, TellsWhatWasRaisedInOneLine) {
              "Object variable or With block variable not set\n"},
         },
         {"call"});
+}
+
+/// A run that prints nothing but this line.
+struct Failure {
+    std::vector<std::string> arguments;
+    std::string line;
+};
+
+void check(const std::vector<Failure>& failures, int status) {
+    for (const auto& [arguments, line] : failures)
+        check({{arguments, "", "tarn: " + line + '\n', status}}, {});
+}
+
+TEST(Call, TellsWhatWasRaisedInOneLine) {
+    check(
+        std::vector<Failure>{
+            {{"call", "StringFunctions.RemoveIDFromListWithDelimiter", "a", "1", ","}, "error 13: Type mismatch"},
+            {{"call", "StringFunctions.RemoveIDFromListWithDelimiter", "1", "70000", ","},
+             "error 6: Overflow; \"70000\" cannot be iID As Integer"},
+            {{"call", "StringFunctions.ReverseString"},
+             "error 449: Argument not optional; StringFunctions.ReverseString takes sText"},
+            {{"call", "StringFunctions.ReverseString", "a", "b"},
+             "error 450: Wrong number of arguments or invalid property assignment; StringFunctions.ReverseString takes "
+             "sText"},
+            {{"call", "UserProfileEntry.Name"},
+             "error 429: ActiveX component can't create object: TarnCom32.UserProfileEntry is not the ProgID of a "
+             "class that can be created"},
+        },
+        1);
 }
 
 TEST(Call, OfFileOperationsWorksOnTheFilesFoldersAndInputOfTheProgram) {
@@ -168,46 +174,40 @@ TEST(Call, OfFileOperationsWorksOnTheFilesFoldersAndInputOfTheProgram) {
 }
 
 TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
-    std::vector<Case> cases = {
-        {{}, "tarn: a command is missing; \"tarn --help\" lists them\n"},
-        {{"clases"}, "tarn: there is no command or option \"clases\"; \"tarn --help\" lists them\n"},
-        {{"--nonsense"}, "tarn: there is no command or option \"--nonsense\"; \"tarn --help\" lists them\n"},
-        {{"call"}, "tarn: CLASS.MEMBER is required; \"tarn call --help\" shows what can be written\n"},
-        {{"call", "StringFunction.IsBlank"},
-         "tarn: there is no class \"StringFunction\"; did you mean StringFunctions? \"tarn classes\" lists them all\n"},
-        {{"call", "X\ny.IsBlank"}, "tarn: there is no class \"X y\"; \"tarn classes\" lists them all\n"},
-        {{"call", "StringFunctions.IsBlonk"},
-         "tarn: StringFunctions has no member \"IsBlonk\"; did you mean IsBlank? \"tarn describe StringFunctions\" "
-         "lists them all\n"},
-        {{"call", "StringFunctions"},
-         "tarn: a member is called as StringFunctions.MEMBER; \"tarn describe StringFunctions\" lists them\n"},
-        {{"call", "StringFunctions."},
-         "tarn: a member's name must follow the point in \"StringFunctions.\"; \"tarn describe StringFunctions\" lists "
-         "them\n"},
-        {{"call", "StringFunctions.IsBlank", "int:1.5"},
-         "tarn: \"int:1.5\": int: wants a whole number from -2147483648 to 2147483647, as in int:5\n"},
-        {{"call", "StringFunctions.IsBlank", "num:"},
-         "tarn: \"num:\": num: wants a number, as in num:0.5 or num:1e3\n"},
-        {{"call", "StringFunctions.IsBlank", "bool:yes"},
-         "tarn: \"bool:yes\": bool: wants true, false or a number of 16 bits, as in bool:true\n"},
-        {{"call", "StringFunctions.IsBlank", "json:[1"},
-         "tarn: json: cannot be read at character 3 of \"[1\"; write it as in json:'[\"a\", 2, true]'\n"},
-        {{"call", "StringFunctions.IsBlank", "json:" + std::string(60000, '[') + std::string(60000, ']')},
-         "tarn: json: takes lists in lists at most 64 deep\n"},
-        {{"call", "StringFunctions.IsBlank", "--quiet", "x"},
-         "tarn: The following argument was not expected: --quiet; put -- in front of arguments that begin with -; "
-         "\"tarn "
-         "call --help\" shows what can be written\n"},
-        {{"describe", "eColor"},
-         "tarn: there is no class \"eColor\"; did you mean eCOLORS? \"tarn classes\" lists them all\n"},
-        {{"classes", "extra"},
-         "tarn: The following argument was not expected: extra; \"tarn classes --help\" shows what can be written\n"},
-    };
-    for (Case& line : cases) {
-        line.err = std::exchange(line.out, "");
-        line.status = 2;
-    }
-    check(cases, {});
+    check(
+        std::vector<Failure>{
+            {{}, "a command is missing; \"tarn --help\" lists them"},
+            {{"clases"}, "there is no command or option \"clases\"; \"tarn --help\" lists them"},
+            {{"call"}, "CLASS.MEMBER is required; \"tarn call --help\" shows what can be written"},
+            {{"call", "StringFunction.IsBlank"},
+             "there is no class \"StringFunction\"; did you mean StringFunctions? \"tarn classes\" lists them all"},
+            {{"call", "X\ny.IsBlank"}, "there is no class \"X y\"; \"tarn classes\" lists them all"},
+            {{"call", "StringFunctions.IsBlonk"},
+             "StringFunctions has no member \"IsBlonk\"; did you mean IsBlank? \"tarn describe StringFunctions\" "
+             "lists them all"},
+            {{"call", "StringFunctions"},
+             "a member is called as StringFunctions.MEMBER; \"tarn describe StringFunctions\" lists them"},
+            {{"call", "StringFunctions."},
+             "a member's name must follow the point in \"StringFunctions.\"; \"tarn describe StringFunctions\" lists "
+             "them"},
+            {{"call", "StringFunctions.IsBlank", "int:1.5"},
+             "\"int:1.5\": int: wants a whole number from -2147483648 to 2147483647, as in int:5"},
+            {{"call", "StringFunctions.IsBlank", "num:"}, "\"num:\": num: wants a number, as in num:0.5 or num:1e3"},
+            {{"call", "StringFunctions.IsBlank", "bool:yes"},
+             "\"bool:yes\": bool: wants true, false or a number of 16 bits, as in bool:true"},
+            {{"call", "StringFunctions.IsBlank", "json:[1"},
+             "json: cannot be read at character 3 of \"[1\"; write it as in json:'[\"a\", 2, true]'"},
+            {{"call", "StringFunctions.IsBlank", "json:" + std::string(60000, '[') + std::string(60000, ']')},
+             "json: takes lists in lists at most 64 deep"},
+            {{"call", "StringFunctions.IsBlank", "--quiet", "x"},
+             "The following argument was not expected: --quiet; put -- in front of arguments that begin with -; "
+             "\"tarn call --help\" shows what can be written"},
+            {{"describe", "eColor"},
+             "there is no class \"eColor\"; did you mean eCOLORS? \"tarn classes\" lists them all"},
+            {{"classes", "extra"},
+             "The following argument was not expected: extra; \"tarn classes --help\" shows what can be written"},
+        },
+        2);
 }
 
 TEST(Output, ThatCannotBeWrittenIsAFailure) {
