@@ -62,7 +62,7 @@ private:
     void writeEnumeration(const frame::EnumerationInfo& enumeration) {
         const std::string name = toUtf8(enumeration.name);
         out_ << "\ntypedef [helpstring(" << quoted(enumeration.help) << ")]\nenum " << name << " {\n";
-        // The IDL compiler takes no help strings for values.
+        // The IDL compiler takes no help strings for values; they are put in afterwards.
         for (const frame::EnumerationMember& member : enumeration.members)
             out_ << "    " << toUtf8(member.name) << " = " << member.value
                  << (&member == &enumeration.members.back() ? "\n" : ",\n");
