@@ -52,7 +52,8 @@ inline constexpr std::int32_t kDispidNewEnum = -4;
 /// How a member appears to those who browse the library.
 enum class Visibility : std::uint8_t { Normal, Hidden, Restricted };
 
-/// One line of a class's member table. Accessors of one property share a name and a DISPID.
+/// One line of a class's member table. Accessors of one property share a name, a DISPID, the names of their indexes and
+/// a help sentence: type libraries have one of each for a property.
 struct MemberInfo {
     using Invoker = Variant (*)(Object& self, const MemberInfo& member, std::span<Variant> arguments);
 

@@ -174,10 +174,11 @@ MemberInfo set(std::int32_t dispid, StringView name, std::vector<ParameterInfo> 
                Visibility visibility = Visibility::Normal) {
     return detail::makeMember<Member>(MemberKind::Set, dispid, name, std::move(parameters), help, visibility);
 }
-/// The line of the member that starts `For Each`: `Member` returns `std::unique_ptr<Enumerator>`.
+/// The line of the member that starts `For Each`: `Member` returns `std::unique_ptr<Enumerator>`. Hosts know it by its
+/// number.
 template <auto Member>
-MemberInfo newEnum() {
-    MemberInfo member{u"_NewEnum",
+MemberInfo newEnum(StringView name = u"_NewEnum") {
+    MemberInfo member{name,
                       kDispidNewEnum,
                       MemberKind::Get,
                       u"Walks the items from the first to the last.",

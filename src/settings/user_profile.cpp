@@ -22,6 +22,9 @@ constexpr StringView kItemSeparator = u"\\\\";
 /// The first number that objects may use for their own errors.
 constexpr auto kObjectError = static_cast<std::int32_t>(0x80040000);
 
+constexpr StringView kProfilePathHelp = u"The registry path of the product's settings; ends in a backslash, which is "
+                                        u"added where it is missing.";
+
 } // namespace
 
 const ClassInfo& UserProfile::describe() {
@@ -33,10 +36,8 @@ const ClassInfo& UserProfile::describe() {
             member::get<&P::storageMethod>(1, u"StorageMethod", {}, u"Where the settings live; only the registry can."),
             member::let<&P::setStorageMethod>(1, u"StorageMethod", {in(u"eStorageMethod")},
                                               u"Where the settings live; only the registry can."),
-            member::get<&P::profilePath>(2, u"ProfilePath", {}, u"The registry path of the product's settings."),
-            member::let<&P::setProfilePath>(2, u"ProfilePath", {in(u"sProfilePath")},
-                                            u"The registry path of the product's settings; ends in a backslash, which "
-                                            u"is added where it is missing."),
+            member::get<&P::profilePath>(2, u"ProfilePath", {}, kProfilePathHelp),
+            member::let<&P::setProfilePath>(2, u"ProfilePath", {in(u"sProfilePath")}, kProfilePathHelp),
             member::get<&P::profileName>(3, u"ProfileName", {}, u"The name of the profile's key below ProfilePath."),
             member::let<&P::setProfileName>(3, u"ProfileName", {in(u"sProfileName")},
                                             u"The name of the profile's key below ProfilePath."),

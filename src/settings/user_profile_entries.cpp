@@ -38,7 +38,7 @@ const ClassInfo& UserProfileEntries::describe() {
                                   u"The entry at a position (a number) or of a name (a text); Nothing when there is no "
                                   u"such entry."),
             member::get<&E::count>(5, u"Count", {}, u"The number of entries."),
-            member::newEnum<&E::newEnum>(),
+            member::newEnum<&E::newEnum>(u"NewEnum"),
             member::method<&E::clearAllEntries>(7, u"ClearAllEntries", {},
                                                 u"Takes every entry out; the registry keeps their values."),
         });

@@ -23,6 +23,9 @@ String newIdentity() {
     return u"entry " + automation::decimalText(++last);
 }
 
+constexpr StringView kNameHelp =
+    u"The entry's name: that of its value in the registry, and one of its kind in the profile.";
+
 } // namespace
 
 const ClassInfo& UserProfileEntry::describe() {
@@ -32,10 +35,8 @@ const ClassInfo& UserProfileEntry::describe() {
         "f1c60574-2b93-4130-84fe-1a3d937be0d6"_guid,
         {
             member::get<&E::containingProfile>(1, u"ContainingProfile", {}, u"The profile that holds the entry."),
-            member::get<&E::name>(2, u"Name", {}, u"The entry's name: that of its value in the registry."),
-            member::let<&E::setName>(2, u"Name", {in(u"sName")},
-                                     u"The entry's name: that of its value in the registry, and one of its kind in "
-                                     u"the profile."),
+            member::get<&E::name>(2, u"Name", {}, kNameHelp),
+            member::let<&E::setName>(2, u"Name", {in(u"sName")}, kNameHelp),
             member::get<&E::value>(3, u"Value", {}, u"The setting's text."),
             member::let<&E::setValue>(3, u"Value", {in(u"sValue")}, u"The setting's text."),
             member::method<&E::saveSetting>(4, u"SaveSetting", {}, u"Writes the value to the registry."),

@@ -12,7 +12,7 @@ def main():
         members |= set(re.findall(r"HRESULT (\w+)\(", interface))
     missing = sorted(
         name
-        for name in members - {"_NewEnum"}
+        for name in members - {"NewEnum"}
         if not re.search(r"\." + name.lower() + r"\b", scripts)
     )
     print(f"{len(members)} members, without a script: {', '.join(missing) or 'none'}")

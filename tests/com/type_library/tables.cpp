@@ -1,12 +1,7 @@
+#include "automation/convert.h"
 #include "com/type_library/description.h"
-#include "frame/enumerations.h"
-#include "frame/records.h"
-#include "frame/report.h"
-#include "library/library.h"
-#include "library/type_library.h"
 
-#include <set>
-#include <stdexcept>
+#include <oaidl.h>
 
 namespace tarncom32::com::testing {
 
@@ -16,172 +11,133 @@ using automation::MemberKind;
 using automation::ParameterInfo;
 using automation::toUtf8;
 using automation::Type;
-using automation::Variant;
 using automation::VariantType;
 using automation::Visibility;
 
 namespace {
 
-/// `dual`, `hidden` and so on are the words for the flags of types; a not-creatable class has none.
-std::string classFlags(frame::Instancing instancing) {
-    switch (instancing) {
-    case frame::Instancing::Global:
-        return " appobject creatable predeclared";
-    case frame::Instancing::Creatable:
-        return " creatable";
-    case frame::Instancing::NotCreatable:
-        return "";
-    case frame::Instancing::Internal:
-        break;
+constexpr int kFirstSlot = 7; // behind IUnknown's and IDispatch's
+
+class Tables {
+public:
+    explicit Tables(const PublishedTables& tables) : tables_(tables) {}
+
+    Description describe() const {
+        Description all;
+        all["library"] = {toUtf8(tables_.name) + " " + guid(tables_.guid) + " 1.0 of " +
+                          (sizeof(void*) == 8 ? "win64" : "win32") + help(tables_.help)};
+        for (const frame::EnumerationInfo& enumeration : tables_.enumerations) {
+            auto& lines =
+                all["enumeration " + toUtf8(enumeration.name)] = {guid({}) + typeFlagWords(0) + help(enumeration.help)};
+            for (const frame::EnumerationMember& member : enumeration.members)
+                lines.push_back(toUtf8(member.name) + " = " + std::to_string(member.value) + help(member.help));
+        }
+        for (const frame::RecordInfo& record : tables_.records) {
+            auto& lines =
+                all["record " + toUtf8(record.name)] = {guid(record.guid) + typeFlagWords(0) + help(record.help)};
+            for (const frame::RecordField& field : record.fields)
+                lines.push_back((field.record.empty() ? typeWord(VT_I4) : toUtf8(field.record)) +
+                                (field.count > 1 ? "[" + std::to_string(field.count) + "]" : "") + " " +
+                                toUtf8(field.name));
+        }
+        for (const PublishedTables::Class& published : tables_.classes) {
+            const ClassInfo& info = *published.info;
+            const std::string name = toUtf8(info.name);
+            all["interface _" + name] = interfaceLines(info);
+            if (!info.sourceIid.isNull()) all["events __" + name] = eventLines(info);
+            if (info.clsid.isNull()) continue;
+            auto& lines = all["class " + name];
+            lines = {guid(info.clsid) + typeFlagWords(published.flags) + help(info.help),
+                     implementationWords(IMPLTYPEFLAG_FDEFAULT) + "_" + name};
+            if (!info.sourceIid.isNull())
+                lines.push_back(implementationWords(IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE) + "__" + name);
+        }
+        return all;
     }
-    throw std::runtime_error("an internal class is published");
-}
 
-std::string plainType(const Type& type) {
-    switch (type.type) {
-    case VariantType::Empty:
-        return "void";
-    case VariantType::Byte:
-        return "UI1";
-    case VariantType::Integer:
-        return "I2";
-    case VariantType::Long:
-        return type.name.empty() ? "I4" : toUtf8(type.name);
-    case VariantType::Single:
-        return "R4";
-    case VariantType::Double:
-        return "R8";
-    case VariantType::Currency:
-        return "CY";
-    case VariantType::Date:
-        return "DATE";
-    case VariantType::String:
-        return "BSTR";
-    case VariantType::Boolean:
-        return "BOOL";
-    case VariantType::Variant:
-        return "VARIANT";
-    case VariantType::Unknown:
-        return "UNKNOWN";
-    case VariantType::Object:
-        return library::findBuiltClass(type.name) ? "_" + toUtf8(type.name) + "*" : "DISPATCH";
-    default:
-        throw std::runtime_error("a type that no type library has");
+private:
+    static std::string guid(const automation::Guid& guid) { return toUtf8(automation::guidText(guid)); }
+    static std::string help(automation::StringView text) { return helpText(toUtf8(text)); }
+
+    std::vector<std::string> interfaceLines(const ClassInfo& info) const {
+        std::vector<std::string> lines{guid(info.iid) +
+                                       typeFlagWords(TYPEFLAG_FDUAL | TYPEFLAG_FHIDDEN | TYPEFLAG_FNONEXTENSIBLE |
+                                                     TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE) +
+                                       help(info.help)};
+        for (int slot = kFirstSlot; const MemberInfo& member : info.members) {
+            constexpr unsigned kKinds[] = {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF};
+            constexpr unsigned kFlags[] = {0, FUNCFLAG_FHIDDEN, FUNCFLAG_FRESTRICTED};
+            const std::string result = wireType(member.result);
+            std::vector<Parameter> parameters = parametersOf(member.parameters);
+            if (member.kind == MemberKind::Let || member.kind == MemberKind::Set) parameters.back().name.clear();
+            if (result != typeWord(VT_VOID))
+                parameters.push_back({PARAMFLAG_FOUT | PARAMFLAG_FRETVAL, result + "*", "pResult", {}});
+            lines.push_back(line({slot++, member.dispid, kKinds[static_cast<int>(member.kind)],
+                                  kFlags[static_cast<int>(member.visibility)], toUtf8(member.name),
+                                  std::move(parameters), result, toUtf8(member.help)}));
+        }
+        return lines;
     }
-}
 
-std::string wireType(const Type& type) {
-    return type.isArray ? "SAFEARRAY(" + plainType(type) + ")" : plainType(type);
-}
-
-/// What stands for an omitted argument where its type has no way to be missing.
-std::string defaultText(const ParameterInfo& parameter) {
-    const Variant& value = parameter.defaultValue;
-    if (!value.isMissing()) {
-        if (const auto* text = value.as<automation::String>()) return "=" + toUtf8(*text);
-        if (const auto* flag = value.as<automation::Boolean>()) return "=" + std::to_string(flag->value);
-        if (const auto* number = value.as<std::int32_t>()) return "=" + std::to_string(*number);
-        if (const auto* number = value.as<std::int16_t>()) return "=" + std::to_string(*number);
-        if (value.isObject()) return "=Nothing";
-        throw std::runtime_error(toUtf8(parameter.name) + ": a default of a type that is not compared yet");
+    std::vector<std::string> eventLines(const ClassInfo& info) const {
+        std::vector<std::string> lines{
+            guid(info.sourceIid) + typeFlagWords(TYPEFLAG_FHIDDEN | TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FDISPATCHABLE) +
+            help(u"Events of " + automation::String(info.name) + u".")};
+        for (const automation::EventInfo& event : info.events)
+            lines.push_back(line({0, event.dispid, INVOKE_FUNC, 0, toUtf8(event.name), parametersOf(event.parameters),
+                                  typeWord(VT_VOID), toUtf8(event.help)}));
+        return lines;
     }
-    if (parameter.isByReference() || parameter.type.type == VariantType::Variant) return "";
-    return parameter.type.type == VariantType::String ? "=" : "=0";
-}
 
-/// Accessors of one property share a number, under which type information names the first one's parameters only.
-std::string parameterText(const ParameterInfo& parameter, bool named) {
-    std::string text = parameter.isByReference() ? "[in out" : "[in";
-    if (parameter.optional) text += " optional" + defaultText(parameter);
-    text += "] " + wireType(parameter.type);
-    if (parameter.isByReference() || parameter.type.isArray) text += "*";
-    return named ? text + " " + toUtf8(parameter.name) : text;
-}
-
-std::string parameterList(const std::vector<ParameterInfo>& parameters, bool named) {
-    std::string text;
-    for (const ParameterInfo& parameter : parameters)
-        text += (text.empty() ? "" : ", ") + parameterText(parameter, named);
-    return text;
-}
-
-std::string kindText(MemberKind kind) {
-    constexpr const char* kTexts[] = {"method", "get", "put", "putref"};
-    return kTexts[static_cast<int>(kind)];
-}
-
-std::string visibilityText(Visibility visibility) {
-    constexpr const char* kTexts[] = {"", " hidden", " restricted"};
-    return kTexts[static_cast<int>(visibility)];
-}
-
-std::vector<std::string> describeInterface(const ClassInfo& info) {
-    std::vector<std::string> lines{toUtf8(automation::guidText(info.iid)) +
-                                   " dual hidden nonextensible oleautomation dispatchable" +
-                                   helpText(toUtf8(info.help))};
-    std::set<std::int32_t> seen;
-    int slot = 7; // behind IUnknown's and IDispatch's
-    for (const MemberInfo& member : info.members) {
-        const bool first = seen.insert(member.dispid).second;
-        const std::string result = wireType(member.result);
-        std::string parameters = parameterList(member.parameters, first);
-        if (result != "void")
-            parameters +=
-                (parameters.empty() ? "" : ", ") + ("[out retval] " + result + "*") + (first ? " pResult" : "");
-        lines.push_back(std::to_string(slot++) + " id " + std::to_string(member.dispid) + " " + kindText(member.kind) +
-                        visibilityText(member.visibility) + " " + toUtf8(member.name) + "(" + parameters + ") gives " +
-                        result + (first ? helpText(toUtf8(member.help)) : ""));
+    std::vector<Parameter> parametersOf(const std::vector<ParameterInfo>& parameters) const {
+        std::vector<Parameter> described;
+        for (const ParameterInfo& parameter : parameters) {
+            Parameter one{PARAMFLAG_FIN, wireType(parameter.type), toUtf8(parameter.name), {}};
+            if (parameter.isByReference()) one.flags |= PARAMFLAG_FOUT;
+            if (parameter.isByReference() || parameter.type.isArray) one.type += "*";
+            if (parameter.optional) {
+                one.flags |= PARAMFLAG_FOPT;
+                one.defaultValue = defaultOf(parameter);
+                if (!one.defaultValue.empty()) one.flags |= PARAMFLAG_FHASDEFAULT;
+            }
+            described.push_back(std::move(one));
+        }
+        return described;
     }
-    return lines;
-}
 
-std::vector<std::string> describeEvents(const ClassInfo& info) {
-    std::vector<std::string> lines{toUtf8(automation::guidText(info.sourceIid)) + " hidden nonextensible dispatchable" +
-                                   helpText("Events of " + toUtf8(info.name) + ".")};
-    for (const automation::EventInfo& event : info.events)
-        lines.push_back("id " + std::to_string(event.dispid) + " " + toUtf8(event.name) + "(" +
-                        parameterList(event.parameters, true) + ") gives void" + helpText(toUtf8(event.help)));
-    return lines;
-}
+    /// What stands for an omitted argument: that of a type that has no way to be missing always has something.
+    static std::string defaultOf(const ParameterInfo& parameter) {
+        const VariantType type = parameter.type.type;
+        automation::Variant value = parameter.defaultValue;
+        if (value.isMissing()) {
+            if (parameter.isByReference() || type == VariantType::Variant) return "";
+            value = {};
+        }
+        const std::string word = typeWord(static_cast<unsigned>(type)) + " ";
+        if (type == VariantType::Object) return word + "Nothing";
+        return word + toUtf8(automation::toText(type == VariantType::String ? value : automation::toLong(value)));
+    }
 
-std::vector<std::string> describeClass(const ClassInfo& info) {
-    const frame::CatalogueEntry* entry = frame::findClass(info.name);
-    if (!entry) throw std::runtime_error(toUtf8(info.name) + " is built and not in the catalogue");
-    std::vector<std::string> lines{toUtf8(automation::guidText(info.clsid)) + classFlags(entry->instancing) +
-                                   helpText(toUtf8(info.help))};
-    lines.push_back("default _" + toUtf8(info.name));
-    if (!info.sourceIid.isNull()) lines.push_back("default source __" + toUtf8(info.name));
-    return lines;
-}
+    std::string wireType(const Type& type) const {
+        const std::string element = elementType(type);
+        return type.isArray ? "SAFEARRAY(" + element + ")" : element;
+    }
+
+    std::string elementType(const Type& type) const {
+        if (type.type == VariantType::Long && !type.name.empty()) return toUtf8(type.name);
+        for (const PublishedTables::Class& published : tables_.classes)
+            if (type.type == VariantType::Object && type.name == published.info->name)
+                return "_" + toUtf8(type.name) + "*";
+        return typeWord(type.type == VariantType::Empty ? unsigned{VT_VOID} : static_cast<unsigned>(type.type));
+    }
+
+    const PublishedTables& tables_;
+};
 
 } // namespace
 
-LibraryDescription describeTables() {
-    LibraryDescription all;
-    all["library"] = {toUtf8(frame::kLibraryName) + " " + toUtf8(automation::guidText(library::kTypeLibraryId)) +
-                      " 1.0 of " + (sizeof(void*) == 8 ? "win64" : "win32") +
-                      helpText(toUtf8(library::kTypeLibraryHelp))};
-    for (const frame::EnumerationInfo& enumeration : frame::enumerations()) {
-        auto& lines = all["enumeration " + toUtf8(enumeration.name)];
-        lines.push_back(helpText(toUtf8(enumeration.help)));
-        for (const frame::EnumerationMember& member : enumeration.members)
-            lines.push_back(toUtf8(member.name) + " = " + std::to_string(member.value));
-    }
-    for (const frame::RecordInfo& record : frame::records()) {
-        auto& lines = all["record " + toUtf8(record.name)];
-        lines.push_back(toUtf8(automation::guidText(record.guid)) + helpText(toUtf8(record.help)));
-        for (const frame::RecordField& field : record.fields)
-            lines.push_back((field.record.empty() ? "I4" : toUtf8(field.record)) +
-                            (field.count > 1 ? "[" + std::to_string(field.count) + "]" : "") + " " +
-                            toUtf8(field.name));
-    }
-    for (const library::BuiltClass& built : library::builtClasses()) {
-        const ClassInfo& info = built.describe();
-        all["class " + toUtf8(info.name)] = describeClass(info);
-        all["interface _" + toUtf8(info.name)] = describeInterface(info);
-        if (!info.sourceIid.isNull()) all["events __" + toUtf8(info.name)] = describeEvents(info);
-    }
-    return all;
+Description describe(const PublishedTables& tables) {
+    return Tables(tables).describe();
 }
 
 } // namespace tarncom32::com::testing

@@ -1,17 +1,16 @@
 #include "com/type_library/description.h"
+#include "frame/report.h"
+#include "library/library.h"
+#include "library/type_library.h"
+#include "standin/type_library.h"
 
 #include <gtest/gtest.h>
+
+#include <oaidl.h>
 
 namespace tarncom32::com::testing {
 
 namespace {
-
-std::vector<std::string> namesOf(const LibraryDescription& description) {
-    std::vector<std::string> names;
-    for (const auto& [name, lines] : description)
-        names.push_back(name);
-    return names;
-}
 
 std::string joined(const std::vector<std::string>& lines) {
     std::string text;
@@ -20,15 +19,35 @@ std::string joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-TEST(TypeLibrary, PublishesWhatTheTablesDescribeAndNothingElse) {
-    const LibraryDescription expected = describeTables();
-    const LibraryDescription published = describeTypeLibrary();
-    EXPECT_EQ(namesOf(published), namesOf(expected));
-    for (const auto& [name, lines] : expected) {
-        const auto found = published.find(name);
-        if (found == published.end()) continue; // The names say so.
-        EXPECT_EQ(joined(found->second), joined(lines)) << name;
+void expectPublished(const PublishedTables& tables) {
+    const Description expected = describe(tables);
+    Description published = describeTypeLibrary(tables.guid);
+    for (const auto& [name, lines] : expected)
+        EXPECT_EQ(joined(published[name]), joined(lines)) << name;
+    for (const auto& [name, lines] : published)
+        EXPECT_TRUE(expected.contains(name)) << name << " is in no table";
+}
+
+TEST(TypeLibrary, PublishesWhatTheTablesOfTheLibraryDescribeAndNothingElse) {
+    PublishedTables tables{frame::kLibraryName,   library::kTypeLibraryHelp, library::kTypeLibraryId,
+                           frame::enumerations(), frame::records(),          {}};
+    for (const library::BuiltClass& built : library::builtClasses()) {
+        const automation::ClassInfo& info = built.describe();
+        const frame::CatalogueEntry* entry = frame::findClass(info.name);
+        ASSERT_TRUE(entry) << "built, but not in the catalogue";
+        unsigned flags = 0;
+        if (entry->isCreatable()) flags |= TYPEFLAG_FCANCREATE;
+        if (entry->instancing == frame::Instancing::Global) flags |= TYPEFLAG_FAPPOBJECT | TYPEFLAG_FPREDECLID;
+        tables.classes.push_back({&info, flags});
     }
+    expectPublished(tables);
+}
+
+TEST(TypeLibrary, PublishesTheStandInsObjectModel) {
+    PublishedTables tables{standin::kTypeLibraryName, standin::kTypeLibraryHelp, standin::kTypeLibraryId, {}, {}, {}};
+    for (const automation::ClassInfo* info : standin::publishedClasses())
+        tables.classes.push_back({info, TYPEFLAG_FCANCREATE});
+    expectPublished(tables);
 }
 
 } // namespace
