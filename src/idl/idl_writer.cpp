@@ -82,8 +82,10 @@ private:
     }
 
     void writeInterface(const ClassInfo& info) {
-        out_ << "\n[object, " << uuid(info.iid) << ", dual, oleautomation, nonextensible, hidden, helpstring("
-             << quoted(info.help) << ")]\ninterface _" << toUtf8(info.name) << " : IDispatch\n{\n";
+        // Browsers of the library show the class in its interface's place, if there is one.
+        out_ << "\n[object, " << uuid(info.iid) << ", dual, oleautomation, nonextensible"
+             << (info.clsid.isNull() ? "" : ", hidden") << ", helpstring(" << quoted(info.help) << ")]\ninterface _"
+             << toUtf8(info.name) << " : IDispatch\n{\n";
         for (const MemberInfo& member : info.members)
             writeMember(member);
         out_ << "}\n";

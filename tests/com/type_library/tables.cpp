@@ -61,8 +61,9 @@ private:
 
     std::vector<std::string> interfaceLines(const ClassInfo& info) const {
         std::vector<std::string> lines{guid(info.iid) +
-                                       typeFlagWords(TYPEFLAG_FDUAL | TYPEFLAG_FHIDDEN | TYPEFLAG_FNONEXTENSIBLE |
-                                                     TYPEFLAG_FOLEAUTOMATION | TYPEFLAG_FDISPATCHABLE) +
+                                       typeFlagWords((info.clsid.isNull() ? 0 : TYPEFLAG_FHIDDEN) | TYPEFLAG_FDUAL |
+                                                     TYPEFLAG_FNONEXTENSIBLE | TYPEFLAG_FOLEAUTOMATION |
+                                                     TYPEFLAG_FDISPATCHABLE) +
                                        help(info.help)};
         for (int slot = kFirstSlot; const MemberInfo& member : info.members) {
             constexpr unsigned kKinds[] = {INVOKE_FUNC, INVOKE_PROPERTYGET, INVOKE_PROPERTYPUT, INVOKE_PROPERTYPUTREF};
