@@ -1,6 +1,7 @@
 #include "automation/string.h"
 
 #include <charconv>
+#include <cstring>
 #include <optional>
 
 namespace tarncom32::automation {
@@ -119,6 +120,8 @@ String fromUtf8(std::string_view text) {
 
 bool equalsIgnoreCase(StringView left, StringView right) noexcept {
     if (left.size() != right.size()) return false;
+    // Most callers write a name as it is published.
+    if (std::memcmp(left.data(), right.data(), left.size() * sizeof(char16_t)) == 0) return true;
     for (std::size_t i = 0; i < left.size(); ++i)
         if (left[i] != right[i] && foldLatin(left[i]) != foldLatin(right[i])) return false;
     return true;

@@ -138,8 +138,9 @@ public:
     Variant(const Variant&) = default;
     Variant& operator=(const Variant&) = default;
     /// A value that was moved from is Empty.
-    Variant(Variant&& other) noexcept : value_(std::exchange(other.value_, {})) {}
+    Variant(Variant&& other) noexcept : value_(std::move(other.value_)) { other.value_.emplace<0>(); }
     Variant& operator=(Variant&& other) noexcept {
+        // Taken out first: it may be an element of the array that goes.
         if (this != &other) value_ = std::exchange(other.value_, {});
         return *this;
     }

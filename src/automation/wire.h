@@ -40,7 +40,8 @@ struct Face {
     const void* const* vtable;
     Object* object;
     const ClassInfo* info;
-    void* owner; ///< the exporter's
+    void* owner;                  ///< the exporter's
+    std::uint32_t references = 0; ///< callers' and, by `Held`, calls' under way; only touched on the object's thread
 };
 
 /// What needs the system. The `noexcept` members leave an empty value where memory runs out.
@@ -58,6 +59,8 @@ public:
     /// A counted pointer; null for Nothing.
     virtual Interface pointer(const ObjectRef& object) const noexcept = 0;
     virtual void release(Interface pointer) const noexcept = 0;
+    /// Ends a face whose last reference has gone.
+    virtual void destroy(Face& face) const noexcept = 0;
     virtual Array array(ArrayPtr array, VariantType element) const = 0;
     /// Puts `array` into the caller's: into the same memory where size and type agree, else into a new one.
     virtual void assign(ArrayPtr& target, const Array& array) const noexcept = 0;
@@ -73,6 +76,19 @@ protected:
 
 /// Set once, when the COM server's module is loaded.
 inline const Conversions* conversions = nullptr;
+
+/// Keeps a face and its object through a call, in which the caller may let go of them.
+class Held {
+public:
+    explicit Held(Face& face) noexcept : face_(face) { ++face.references; }
+    Held(const Held&) = delete;
+    ~Held() {
+        if (--face_.references == 0) conversions->destroy(face_);
+    }
+
+private:
+    Face& face_;
+};
 
 inline StringView view(Text text) {
     // A BSTR's length in bytes stands in front of its first character.
@@ -277,7 +293,8 @@ inline std::vector<ParameterInfo> parametersOf{};
 
 /// The fence between a thunk's body and the caller.
 template <class Body>
-Result guarded(const Face* self, Body&& body) {
+Result guarded(Face* self, Body&& body) {
+    const Held held(*self);
     try {
         body();
         return kSuccess;
@@ -292,7 +309,6 @@ struct Thunk {
         if (!result || (Argument<P>::isNull(arguments) || ...)) return conversions->fail(*self->info, kPointer);
         *result = {};
         return guarded(self, [&] {
-            const Ref<Object> alive(self->object);
             Pack<std::index_sequence_for<P...>, P...> pack(parametersOf<Member>, arguments...);
             *result = Wire<R>::write(pack.apply([&](auto&&... values) {
                 return (static_cast<C*>(self->object)->*Member)(std::forward<decltype(values)>(values)...);
@@ -305,7 +321,6 @@ struct Thunk<Member, C, void, P...> {
     static Result __stdcall call(Face* self, typename Argument<P>::Type... arguments) {
         if ((Argument<P>::isNull(arguments) || ...)) return conversions->fail(*self->info, kPointer);
         return guarded(self, [&] {
-            const Ref<Object> alive(self->object);
             Pack<std::index_sequence_for<P...>, P...> pack(parametersOf<Member>, arguments...);
             pack.apply([&](auto&&... values) {
                 (static_cast<C*>(self->object)->*Member)(std::forward<decltype(values)>(values)...);

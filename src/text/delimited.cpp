@@ -43,6 +43,7 @@ std::size_t nth(StringView text, StringView sought, std::size_t n, std::size_t& 
 } // namespace
 
 std::size_t positionOf(StringView text, StringView sought, std::size_t behind) {
+    if (sought.size() == 1) return findCharacter(text, sought.front(), behind) + 1; // npos + 1 is 0
     const std::size_t at = Occurrences(text, sought, Overlap::No, behind).next();
     return at == StringView::npos ? 0 : at + 1;
 }

@@ -52,7 +52,8 @@ const MemberInfo* select(const ClassTable::Accessors& accessors, WORD flags, con
     return flags & DISPATCH_PROPERTYGET ? accessors.get : nullptr;
 }
 
-/// Room for the values of a call, without a trip to the heap; only those that the member has are made.
+/// Room for the values of a call, without a trip to the heap; only those that the member has are made, missing at
+/// first.
 class Values {
 public:
     explicit Values(std::size_t count) : count_(count) {
@@ -65,6 +66,10 @@ public:
 
     Variant* first() { return reinterpret_cast<Variant*>(room_); }
     Variant& operator[](std::size_t index) { return first()[index]; }
+    /// Gives a missing value its own; it stays missing when that raises.
+    void fill(std::size_t index, const VARIANT& wire) {
+        new (room_ + index * sizeof(Variant)) Variant(fromVariant(wire));
+    }
 
 private:
     std::size_t count_;
@@ -114,7 +119,7 @@ private:
         places_[parameter] = place;
         count_ = std::max(count_, parameter + 1);
         try {
-            values_[parameter] = fromVariant(wire_.rgvarg[place]);
+            values_.fill(parameter, wire_.rgvarg[place]);
         } catch (const Error& error) {
             throw Refusal{error.number() == errors::UnsupportedType ? DISP_E_BADVARTYPE : DISP_E_TYPEMISMATCH, place};
         }
@@ -209,7 +214,7 @@ HRESULT idsOfNames(const ClassInfo& info, LPOLESTR* names, UINT count, DISPID* i
     return result;
 }
 
-HRESULT invokeMember(const automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
+HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
     if (!parameters) return E_POINTER;
     if (parameters->cNamedArgs > parameters->cArgs || (parameters->cArgs > 0 && !parameters->rgvarg) ||
@@ -218,9 +223,9 @@ HRESULT invokeMember(const automation::wire::Face& face, const ClassTable& table
     if (!(flags & (kPut | DISPATCH_METHOD | DISPATCH_PROPERTYGET))) return E_INVALIDARG;
     const ClassTable::Accessors* accessors = table.find(dispid);
     if (!accessors) return DISP_E_MEMBERNOTFOUND;
+    const automation::wire::Held held(face);
     try {
         automation::Object& self = *face.object;
-        const automation::ObjectRef alive(&self);
         const bool assigns = (flags & kPut) != 0;
         const MemberInfo* member = select(*accessors, flags, *parameters);
         // DISPID_NEWENUM is asked for as a method and as a property.

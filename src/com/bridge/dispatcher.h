@@ -14,7 +14,7 @@ HRESULT idsOfNames(const automation::ClassInfo& info, LPOLESTR* names, UINT coun
 /// IDispatch::Invoke. Besides the documented: arguments that a property without parameters does not take go to the
 /// default member of the object it gives (`pages(1)`), and PROPERTYPUT and PROPERTYPUTREF stand in for each other
 /// where a property has only one of them.
-HRESULT invokeMember(const automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
+HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
 
 } // namespace tarncom32::com

@@ -40,7 +40,7 @@ GUID moduleIid() noexcept {
 class ExportedObject final : IProvideClassInfo2, ISupportErrorInfo, IConnectionPointContainer {
 public:
     ExportedObject(Object& object, const ClassInfo& info)
-        : table_(ClassTable::of(info)), face_{table_.vtable(), &object, &info, this}, object_(&object) {
+        : table_(ClassTable::of(info)), face_{table_.vtable(), &object, &info, this, 0}, object_(&object) {
         object.exported = this;
         ++outsideCount;
     }
@@ -57,12 +57,13 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++face_.references; }
     ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        if (left == 0) delete this;
+        const ULONG left = --face_.references;
+        if (left == 0) destroy();
         return left;
     }
+    void destroy() { delete this; }
 
     HRESULT typeOf(const automation::Guid& guid, ITypeInfo** type) noexcept {
         if (!type) return E_POINTER;
@@ -120,7 +121,6 @@ private:
     const ClassTable& table_;
     Face face_;
     ObjectRef object_;
-    std::atomic<ULONG> references_{0};
 };
 
 // The face's IUnknown and IDispatch.
@@ -181,6 +181,7 @@ public:
     void release(Pointer pointer) const noexcept override {
         if (pointer) static_cast<IUnknown*>(pointer)->Release();
     }
+    void destroy(Face& face) const noexcept override { ExportedObject::of(&face).destroy(); }
     automation::Array array(ArrayPtr array, automation::VariantType element) const override {
         return fromSafeArray(static_cast<SAFEARRAY*>(array), element);
     }
