@@ -111,7 +111,7 @@ void earlyBound(const ServerUnderTest& server) {
     LPOLESTR wanted = name;
     DISPID id = 0;
     require(object->GetIDsOfNames(IID_NULL, &wanted, 1, 0, &id), "GetIDsOfNames");
-    using Method = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, BSTR, BSTR, BSTR*);
+    using Method = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, BSTR*, BSTR*, BSTR*);
     const auto method = reinterpret_cast<Method>((*reinterpret_cast<void***>(object.get()))[vtableSlot(*type, id)]);
     const Pointer<IHandWritten> peer = newHandWritten();
 
@@ -124,6 +124,8 @@ void earlyBound(const ServerUnderTest& server) {
     const Text delimiter = text(L"!");
     for (const auto& row : rows) {
         const Text source = text((row.key + L"!" + row.value).c_str());
+        BSTR sourceText = source.get();
+        BSTR delimiterText = delimiter.get();
         const auto check = [&](HRESULT result, BSTR made) {
             const Text owned(made);
             if (result != S_OK || SysStringLen(made) != row.value.size())
@@ -133,14 +135,14 @@ void earlyBound(const ServerUnderTest& server) {
             [&] {
                 for (int i = 0; i < kCalls; ++i) {
                     BSTR made = nullptr;
-                    const HRESULT result = method(object.get(), source.get(), delimiter.get(), &made);
+                    const HRESULT result = method(object.get(), &sourceText, &delimiterText, &made);
                     check(result, made);
                 }
             },
             [&] {
                 for (int i = 0; i < kCalls; ++i) {
                     BSTR made = nullptr;
-                    const HRESULT result = peer->ReturnStringAfterDelimiter(source.get(), delimiter.get(), &made);
+                    const HRESULT result = peer->ReturnStringAfterDelimiter(&sourceText, &delimiterText, &made);
                     check(result, made);
                 }
             },

@@ -23,10 +23,10 @@ public:
         return left;
     }
 
-    HRESULT STDMETHODCALLTYPE ReturnStringAfterDelimiter(BSTR source, BSTR delimiter, BSTR* result) override {
-        if (!result) return E_POINTER;
-        const std::wstring_view text(source ? source : L"", SysStringLen(source));
-        const std::wstring_view sought(delimiter ? delimiter : L"", SysStringLen(delimiter));
+    HRESULT STDMETHODCALLTYPE ReturnStringAfterDelimiter(BSTR* source, BSTR* delimiter, BSTR* result) override {
+        if (!source || !delimiter || !result) return E_POINTER;
+        const std::wstring_view text(*source ? *source : L"", SysStringLen(*source));
+        const std::wstring_view sought(*delimiter ? *delimiter : L"", SysStringLen(*delimiter));
         const std::size_t position = sought.empty() ? text.npos : text.find(sought);
         const std::wstring_view rest = position == text.npos ? std::wstring_view() : text.substr(position + 1);
         *result = SysAllocStringLen(rest.data(), static_cast<UINT>(rest.size()));

@@ -8,7 +8,7 @@ namespace tarncom32::bench {
 /// result.
 struct IHandWritten : IUnknown {
     /// The source behind the first character of the first delimiter; empty when there is none.
-    virtual HRESULT STDMETHODCALLTYPE ReturnStringAfterDelimiter(BSTR source, BSTR delimiter, BSTR* result) = 0;
+    virtual HRESULT STDMETHODCALLTYPE ReturnStringAfterDelimiter(BSTR* source, BSTR* delimiter, BSTR* result) = 0;
 };
 
 Pointer<IHandWritten> newHandWritten();

@@ -23,8 +23,12 @@ struct ParameterInfo {
     bool optional = false;
     Variant defaultValue{kMissing}; ///< what an omitted optional argument stands for; missing: the type's empty value
     Type type{};                    ///< worked out from the C++ member
+    bool readByReference = false;   ///< a compiled caller passes its variable's address, though it is only read
 
+    /// Whether the member may write what the caller passes.
     bool isByReference() const { return direction != Direction::In; }
+    /// Whether a compiled caller passes an address. Arrays have one always.
+    bool isAddress() const { return isByReference() || readByReference || type.isArray; }
 };
 
 inline ParameterInfo in(StringView name) {

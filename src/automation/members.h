@@ -18,33 +18,16 @@
 // `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`; objects are `ObjectRef` or `Ref<Class>`.
 
 #include "automation/arguments.h"
+#include "automation/member_traits.h"
 #ifdef _WIN32
 #include "automation/wire.h"
 #endif
 
-#include <array>
 #include <stdexcept>
-#include <tuple>
 
 namespace tarncom32::automation {
 
 namespace detail {
-
-template <class M>
-struct MemberTraits;
-template <class C, class R, class... P>
-struct MemberTraits<R (C::*)(P...)> {
-    using Class = C;
-    using Result = R;
-    using Parameters = std::tuple<P...>;
-    static constexpr std::size_t kCount = sizeof...(P);
-    static std::vector<Type> types() { return {kTypeOf<P>...}; }
-    /// Whether each parameter is one that a member can write to.
-    static constexpr std::array<bool, sizeof...(P)> kWritable{
-        (std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>)...};
-};
-template <class C, class R, class... P>
-struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
 
 /// `const String&` and the like arrive as values; only `const Variant&` is worth a reference.
 template <class P>
@@ -109,16 +92,16 @@ Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> 
 }
 
 /// The entry of a member in the vtable of its class's interface.
-template <auto Member>
+template <auto Member, std::uint32_t ByReference>
 const void* vtableEntryOf([[maybe_unused]] const std::vector<ParameterInfo>& parameters) {
 #ifdef _WIN32
-    return wire::entryOf<Member>(parameters);
+    return wire::entryOf<Member, ByReference>(parameters);
 #else
     return nullptr;
 #endif
 }
 
-template <auto Member>
+template <auto Member, std::uint32_t ByReference>
 MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters,
                       StringView help, Visibility visibility) {
     using Traits = MemberTraits<decltype(Member)>;
@@ -127,10 +110,11 @@ MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std
         throw std::logic_error(toUtf8(name) + ": the table and the C++ member differ in the number of parameters");
     for (std::size_t i = 0; i < types.size(); ++i) {
         parameters[i].type = types[i];
+        parameters[i].readByReference = (byReferenceBits<Member, ByReference> >> i & 1) != 0;
         if (!types[i].isArray && parameters[i].isByReference() != Traits::kWritable[i])
             throw std::logic_error(toUtf8(name) + ": direction and C++ type of a parameter do not agree");
     }
-    const void* entry = vtableEntryOf<Member>(parameters);
+    const void* entry = vtableEntryOf<Member, byReferenceBits<Member, ByReference>>(parameters);
     return {name,
             dispid,
             kind,
@@ -153,26 +137,31 @@ std::unique_ptr<Enumerator> enumerateMember(Object& self) {
 /// The lines of a member table.
 namespace member {
 
-/// A method, or one accessor of a property.
-template <auto Member>
+/// A method, or one accessor of a property. `ByReference` has a bit set for each parameter (lowest bit: first) that the
+/// member only reads and that compiled callers yet pass by reference.
+template <auto Member, std::uint32_t ByReference = 0>
 MemberInfo method(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
                   Visibility visibility = Visibility::Normal) {
-    return detail::makeMember<Member>(MemberKind::Method, dispid, name, std::move(parameters), help, visibility);
+    return detail::makeMember<Member, ByReference>(MemberKind::Method, dispid, name, std::move(parameters), help,
+                                                   visibility);
 }
-template <auto Member>
+template <auto Member, std::uint32_t ByReference = 0>
 MemberInfo get(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
                Visibility visibility = Visibility::Normal) {
-    return detail::makeMember<Member>(MemberKind::Get, dispid, name, std::move(parameters), help, visibility);
+    return detail::makeMember<Member, ByReference>(MemberKind::Get, dispid, name, std::move(parameters), help,
+                                                   visibility);
 }
-template <auto Member>
+template <auto Member, std::uint32_t ByReference = 0>
 MemberInfo let(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
                Visibility visibility = Visibility::Normal) {
-    return detail::makeMember<Member>(MemberKind::Let, dispid, name, std::move(parameters), help, visibility);
+    return detail::makeMember<Member, ByReference>(MemberKind::Let, dispid, name, std::move(parameters), help,
+                                                   visibility);
 }
-template <auto Member>
+template <auto Member, std::uint32_t ByReference = 0>
 MemberInfo set(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
                Visibility visibility = Visibility::Normal) {
-    return detail::makeMember<Member>(MemberKind::Set, dispid, name, std::move(parameters), help, visibility);
+    return detail::makeMember<Member, ByReference>(MemberKind::Set, dispid, name, std::move(parameters), help,
+                                                   visibility);
 }
 /// The line of the member that starts `For Each`: `Member` returns `std::unique_ptr<Enumerator>`. Hosts know it by its
 /// number.
@@ -185,7 +174,7 @@ MemberInfo newEnum(StringView name = u"_NewEnum") {
                       Visibility::Restricted,
                       kTypeOf<std::unique_ptr<Enumerator>>};
     member.enumerate = &detail::enumerateMember<Member>;
-    member.vtableEntry = detail::vtableEntryOf<Member>({});
+    member.vtableEntry = detail::vtableEntryOf<Member, 0>({});
     return member;
 }
 

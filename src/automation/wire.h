@@ -14,8 +14,7 @@
 // provides, does what needs the system.
 
 #include "automation/arguments.h"
-
-#include <tuple>
+#include "automation/member_traits.h"
 
 namespace tarncom32::automation::wire {
 
@@ -249,6 +248,17 @@ private:
     Variant value_;
 };
 
+/// By reference though the member only reads it.
+template <class P>
+struct ReadByReference;
+template <class P>
+class Argument<ReadByReference<P>> : public Argument<P> {
+public:
+    using Type = typename Argument<P>::Type*;
+    static bool isNull(Type target) { return !target; }
+    Argument(const ParameterInfo& parameter, Type target) : Argument<P>(parameter, *target) {}
+};
+
 /// An array: always by reference. The caller's own is filled unless the member only reads it.
 template <VariantType Element>
 class Argument<ArrayRef<Element>> {
@@ -329,20 +339,23 @@ struct Thunk<Member, C, void, P...> {
     }
 };
 
-template <auto Member, class C, class R, class... P>
-const void* thunkOf(R (C::*)(P...)) {
-    return reinterpret_cast<const void*>(&Thunk<Member, C, std::remove_cvref_t<R>, P...>::call);
-}
-template <auto Member, class C, class R, class... P>
-const void* thunkOf(R (C::*)(P...) const) {
-    return reinterpret_cast<const void*>(&Thunk<Member, C, std::remove_cvref_t<R>, P...>::call);
+template <class P, bool ByReference>
+using Passed = std::conditional_t<ByReference, ReadByReference<P>, P>;
+
+template <auto Member, std::uint32_t ByReference, class C, class R, class... P, std::size_t... I>
+const void* thunkOf(std::type_identity<std::tuple<P...>>, std::index_sequence<I...>) {
+    using Made = Thunk<Member, C, std::remove_cvref_t<R>, Passed<P, (ByReference >> I & 1) != 0>...>;
+    return reinterpret_cast<const void*>(&Made::call);
 }
 
-/// The vtable entry of a member with these published parameters.
-template <auto Member>
+/// The vtable entry of a member with these published parameters; `ByReference` has a bit set for each that is passed by
+/// reference though the member only reads it.
+template <auto Member, std::uint32_t ByReference>
 const void* entryOf(const std::vector<ParameterInfo>& parameters) {
+    using Traits = detail::MemberTraits<decltype(Member)>;
     parametersOf<Member> = parameters;
-    return thunkOf<Member>(Member);
+    return thunkOf<Member, ByReference, typename Traits::Class, typename Traits::Result>(
+        std::type_identity<typename Traits::Parameters>{}, std::make_index_sequence<Traits::kCount>{});
 }
 
 } // namespace tarncom32::automation::wire

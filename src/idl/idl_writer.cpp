@@ -120,11 +120,10 @@ private:
     }
 
     void writeParameter(const ParameterInfo& parameter) {
-        // Arrays travel by reference always; every by-reference parameter starts with what the caller has in it.
-        const bool reference = parameter.isByReference() || parameter.type.isArray;
+        // Every parameter that is written starts with what the caller has in it.
         out_ << (parameter.isByReference() ? "[in, out" : "[in");
         if (parameter.optional) out_ << ", optional" << defaultOf(parameter);
-        out_ << "] " << typeName(parameter.type) << (reference ? "* " : " ") << toUtf8(parameter.name);
+        out_ << "] " << typeName(parameter.type) << (parameter.isAddress() ? "* " : " ") << toUtf8(parameter.name);
     }
 
     void writeSource(const ClassInfo& info) {

@@ -170,6 +170,25 @@ TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
     EXPECT_TRUE(query<IEnumVARIANT>(walk.get(), IID_IEnumVARIANT));
 }
 
+TEST_F(Vtable, AndLateBindingKeepAnObjectThatItsCallerDropsDuringTheCall) {
+    const std::size_t before = Object::liveCount();
+    const OwnedText text(SysAllocString(L"really"));
+    for (const bool early : {true, false}) {
+        IDispatch* called = face.get();
+        probe->events()->advise([&](const EventInfo&, std::span<Variant> arguments) {
+            face = {};
+            probe = {};
+            EXPECT_EQ(Object::liveCount(), before);
+            arguments[1] = Boolean(true);
+        });
+        VARIANT_BOOL answer = VARIANT_FALSE;
+        EXPECT_EQ(early ? callMethod(L"Ask", text.get(), &answer) : call(called, L"Ask", {u"really"}).result, S_OK);
+        EXPECT_EQ(Object::liveCount(), before - 2) << "it and its collection went with the call";
+        probe = make<Probe>();
+        *face.put() = exportObject(probe);
+    }
+}
+
 TEST_F(Vtable, RefusesNullPointersAndTellsWhy) {
     EXPECT_EQ(callMethod(L"EchoFlag", VARIANT_BOOL(1), static_cast<VARIANT_BOOL*>(nullptr)), E_POINTER);
     EXPECT_NE(lastError(), u"none");

@@ -95,7 +95,7 @@ private:
         for (const ParameterInfo& parameter : parameters) {
             Parameter one{PARAMFLAG_FIN, wireType(parameter.type), toUtf8(parameter.name), {}};
             if (parameter.isByReference()) one.flags |= PARAMFLAG_FOUT;
-            if (parameter.isByReference() || parameter.type.isArray) one.type += "*";
+            if (parameter.isAddress()) one.type += "*";
             if (parameter.optional) {
                 one.flags |= PARAMFLAG_FOPT;
                 one.defaultValue = defaultOf(parameter);
