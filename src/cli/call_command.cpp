@@ -132,6 +132,8 @@ void printCallAsJson(const Output& output, const Call& call) {
 void printCall(const Output& output, const Call& call) {
     const bool hasResult = call.member && call.member->result != automation::Type{};
     if (hasResult && !call.error) output.out << readableText(call.result) << '\n';
+    // The member has not run: the arguments are still what the user wrote.
+    if (call.refused) return;
     forEachVariable(call, [&](automation::StringView name, const Variant& value) {
         output.out << output.terminal.name(toUtf8(name)) << " = " << readableText(value) << '\n';
     });
@@ -146,9 +148,11 @@ std::string argumentsHint(const Call& call, const MemberPath& path, const std::v
     if (!wrongCount) {
         if (!call.refused || *call.refused >= given.size()) return {};
         const ParameterInfo& parameter = call.member->parameters[*call.refused];
+        const char* const advice = parameter.isByReference() ? "; write empty for a new variable"
+                                   : parameter.type.isArray  ? "; write an array as in json:'[\"a\", \"b\"]'"
+                                                             : "";
         return "; " + inQuotes(given[*call.refused]) + " cannot be " + toUtf8(parameter.name) + " As " +
-               toUtf8(automation::typeText(parameter.type)) +
-               (parameter.isByReference() ? "; write empty for a new variable" : "");
+               toUtf8(automation::typeText(parameter.type)) + advice;
     }
     std::string names;
     for (const ParameterInfo& parameter : call.member->parameters)

@@ -19,6 +19,9 @@ std::string inQuotes(StringView text) {
 }
 
 [[noreturn]] void refuseClass(StringView name) {
+    if (const frame::EnumerationInfo* enumeration = frame::findEnumeration(name))
+        throw UsageError(automation::toUtf8(enumeration->name) + " is an enumeration, not a class; \"tarn describe " +
+                         automation::toUtf8(enumeration->name) + "\" lists its values");
     std::vector<StringView> names;
     for (const frame::CatalogueEntry& entry : frame::catalogue())
         names.push_back(entry.name);

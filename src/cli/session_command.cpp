@@ -17,6 +17,8 @@ namespace {
 /// What is wrong with the options and shows before anything is opened.
 void check(const SessionOptions& options) {
     std::error_code failure;
+    if (std::filesystem::is_directory(options.drawing, failure))
+        throw UsageError(inQuotes(options.drawing) + " is a folder; name a Visio drawing in it");
     if (!std::filesystem::is_regular_file(options.drawing, failure))
         throw UsageError("there is no file " + inQuotes(options.drawing) + "; name a Visio drawing");
     if (options.wantedVersion.empty()) return;

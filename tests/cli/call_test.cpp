@@ -96,7 +96,7 @@ TEST(Call, PrintsWhatWasWrittenAndShownBesideTheResult) {
     check(
         {
             {{"StringFunctions.SplitStringAtDelimiters", "a,b", ",", "", "-1"},
-             "asResult = \n",
+             "",
              "tarn: error 13: Type mismatch; \"\" cannot be asResult As String(); write empty for a new variable\n",
              1},
             {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},
@@ -202,6 +202,8 @@ TEST(Usage, IsAnsweredWithOneLineThatSaysWhatToDo) {
             {{"call", "StringFunctions.IsBlank", "--quiet", "x"},
              "The following argument was not expected: --quiet; put -- in front of arguments that begin with -; "
              "\"tarn call --help\" shows what can be written"},
+            {{"describe", "SystemFolder.Desktop"},
+             "SystemFolder is an enumeration, not a class; \"tarn describe SystemFolder\" lists its values"},
             {{"describe", "eColor"},
              "there is no class \"eColor\"; did you mean eCOLORS? \"tarn classes\" lists them all"},
             {{"classes", "extra"},
