@@ -53,6 +53,15 @@ bool isShown(const MemberInfo& member) {
     return member.visibility == automation::Visibility::Normal;
 }
 
+/// "get, let " and so on before a property's name; nothing for a method.
+std::string kindsOf(const ClassInfo& info, const MemberInfo& member) {
+    std::string kinds;
+    for (const MemberInfo& accessor : info.members)
+        if (accessor.kind != MemberKind::Method && accessor.dispid == member.dispid)
+            kinds += (kinds.empty() ? "" : ", ") + kindText(accessor.kind);
+    return kinds.empty() ? "" : kinds + ' ';
+}
+
 void printClass(const Output& output, const MemberPath& path) {
     const Terminal& terminal = output.terminal;
     const frame::CatalogueEntry& entry = *path.entry;
@@ -71,9 +80,11 @@ void printClass(const Output& output, const MemberPath& path) {
         return;
     }
     for (const MemberInfo& member : path.info->members) {
-        if (!isShown(member)) continue;
-        const std::string kind = member.kind == MemberKind::Method ? "" : kindText(member.kind) + ' ';
-        output.out << "\n  " << kind << terminal.name(toUtf8(member.name)) << signature(member) << '\n'
+        // A property stands there once, as its first accessor.
+        const auto first = std::ranges::find(path.info->members, member.dispid, &MemberInfo::dispid);
+        if (!isShown(member) || &*first != &member) continue;
+        output.out << "\n  " << kindsOf(*path.info, member) << terminal.name(toUtf8(member.name)) << signature(member)
+                   << '\n'
                    << terminal.paragraph(toUtf8(member.help), 6);
     }
     for (const automation::EventInfo& event : path.info->events)
