@@ -353,8 +353,5 @@ bool isNumeric(const Variant& value) {
 std::int16_t roundToInteger(double number) {
     return roundTo<std::int16_t>(number);
 }
-std::int32_t roundToLong(double number) {
-    return roundTo<std::int32_t>(number);
-}
 
 } // namespace tarncom32::automation

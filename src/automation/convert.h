@@ -46,9 +46,8 @@ bool isNumeric(const Variant& value);
 /// and octal numbers, and a text without a number gives 0.
 double leadingNumber(StringView text);
 
-/// `number` rounded to a whole one, a half to the even neighbour. Raise 6 when the result does not fit.
+/// `number` rounded to a whole one, a half to the even neighbour. Raises 6 when the result does not fit.
 std::int16_t roundToInteger(double number);
-std::int32_t roundToLong(double number);
 
 /// The order of two values as automation's own comparison (`VarCmp`) gives it, on which the hosts' operators rest:
 /// numbers, dates and Booleans by value, texts by character code, a number before any text whatever it spells, Empty
