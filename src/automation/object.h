@@ -156,9 +156,12 @@ Ref<T> make(Args&&... args) {
     return Ref<T>(new T(std::forward<Args>(args)...));
 }
 
-/// The object behind `reference`. Raises 91 when it is Nothing.
+/// The object behind `reference`. Raises 91 when it is Nothing. The object of a temporary reference is for use within
+/// the expression, behind which it may be gone; no `T&` binds to it.
 template <class T>
 T& deref(const Ref<T>& reference);
+template <class T>
+T&& deref(Ref<T>&& reference);
 
 } // namespace tarncom32::automation
 

@@ -7,6 +7,7 @@
 #include "automation/variant.h"
 
 #include <array>
+#include <utility>
 
 namespace tarncom32::automation {
 
@@ -38,6 +39,11 @@ template <class T>
 T& deref(const Ref<T>& reference) {
     if (!reference) throw Error(errors::ObjectNotSet);
     return *reference;
+}
+
+template <class T>
+T&& deref(Ref<T>&& reference) {
+    return static_cast<T&&>(deref(std::as_const(reference)));
 }
 
 } // namespace tarncom32::automation

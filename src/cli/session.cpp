@@ -26,8 +26,8 @@ ObjectRef objectOf(const Variant& value) {
     return automation::toObject(value);
 }
 
-Object& visioFunctions(Session& session) {
-    return deref(session.library.global(u"VisioFunctions"));
+ObjectRef visioFunctions(Session& session) {
+    return session.library.global(u"VisioFunctions");
 }
 
 /// The shapes that one of the two walks collects.
@@ -35,11 +35,11 @@ Ref<Collection> collect(Session& session, bool subShapes, bool filter) {
     const auto collection = automation::make<Collection>();
     const String application = automation::fromUtf8(session.options.application);
     if (session.shape)
-        visioFunctions(session).call(u"GetAllTheShapesFromTheShape", session.shape, collection, Boolean(subShapes),
-                                     Boolean(filter), application);
+        visioFunctions(session)->call(u"GetAllTheShapesFromTheShape", session.shape, collection, Boolean(subShapes),
+                                      Boolean(filter), application);
     else
-        visioFunctions(session).call(u"GetAllTheShapesFromThePage", session.page, collection, Boolean(subShapes),
-                                     Boolean(filter), application);
+        visioFunctions(session)->call(u"GetAllTheShapesFromThePage", session.page, collection, Boolean(subShapes),
+                                      Boolean(filter), application);
     return collection;
 }
 
@@ -69,7 +69,7 @@ void openDrawing(Session& session) {
     const ObjectRef documents = objectOf(deref(session.application).get(u"Documents"));
     deref(documents).call(u"Open", automation::fromUtf8(session.options.drawing));
     session.majorVersion =
-        automation::toInteger(visioFunctions(session).call(u"WhichVisioMajorVersionIsThis", session.application));
+        automation::toInteger(visioFunctions(session)->call(u"WhichVisioMajorVersionIsThis", session.application));
 }
 
 void resolveAddonString(Session& session) {
@@ -80,7 +80,7 @@ void resolveAddonString(Session& session) {
                            ObjectRef(),
                            ObjectRef(),
                            ObjectRef()};
-    visioFunctions(session).invoke(name, automation::Access::Method, arguments, 0b111010);
+    visioFunctions(session)->invoke(name, automation::Access::Method, arguments, 0b111010);
     session.parameters = automation::toText(arguments[1]);
     session.shape = objectOf(arguments[3]);
     session.page = objectOf(arguments[4]);
@@ -96,7 +96,7 @@ void checkVersion(Session& session) {
     check.documentVersion = automation::toText(deref(cell).get(u"ResultStr", u""));
     const String wanted = automation::fromUtf8(session.options.wantedVersion);
     const String application = automation::fromUtf8(session.options.application);
-    const Variant failed = visioFunctions(session).call(
+    const Variant failed = visioFunctions(session)->call(
         u"TestForDocumentVersionCompatibility", session.document, wanted,
         frame::eTEST_DOCUMENT_COMPATIBILITY::FAIL_ON_BOTH,
         u"The document's version " + check.documentVersion + u" is older than " + wanted + u".",

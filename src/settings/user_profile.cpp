@@ -102,9 +102,9 @@ Boolean UserProfile::retrieveSettings() {
         const StringView text = *(*values)[i].as<String>();
         const std::size_t nameEnd = text.find(kItemSeparator);
         const std::size_t start = nameEnd + kItemSeparator.size();
-        UserProfileEntry& entry = automation::deref(entries_->createNewItem());
-        entry.setName(text.substr(0, nameEnd));
-        entry.setValue(text.substr(start, text.find(kItemSeparator, start) - start));
+        const Ref<UserProfileEntry> entry = entries_->createNewItem();
+        entry->setName(text.substr(0, nameEnd));
+        entry->setValue(text.substr(start, text.find(kItemSeparator, start) - start));
     }
     return true;
 }
