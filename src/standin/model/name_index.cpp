@@ -55,7 +55,7 @@ ShapeNode* NameIndex::find(StringView name, NameKind kind, const ShapeNode* grou
 ShapeNode* NameIndex::findBeside(StringView name, NameKind kind, const ShapeNode* group) {
     build();
     const auto found = namesOf(kind).beside.find({group, name});
-    if (found != namesOf(kind).beside.end()) return found->second;
+    if (found != namesOf(kind).beside.end()) return found->second.first;
     ShapeNode* node = findDefault(name, kind);
     return node && node->parent == group ? node : nullptr;
 }
@@ -74,16 +74,17 @@ void NameIndex::added(ShapeNode& node) {
 
 void NameIndex::removing(ShapeNode& node) {
     if (!built_) return;
-    for (const NameKind kind : {NameKind::Local, NameKind::Universal}) {
-        Names& names = namesOf(kind);
-        const StringView name = givenName(node, kind);
-        const auto beside = names.beside.find({node.parent, name});
-        if (beside != names.beside.end() && beside->second == &node) names.beside.erase(beside);
-        const auto anywhere = names.anywhere.find(name);
-        if (anywhere == names.anywhere.end()) continue;
+    const auto remove = [&](auto& names, const auto& name) {
+        const auto found = names.find(name);
+        if (found == names.end()) return;
         // What comes first among the others is worked out by the next look-up.
-        if (anywhere->second.count > 1 && anywhere->second.first == &node) built_ = false;
-        if (--anywhere->second.count == 0) names.anywhere.erase(anywhere);
+        if (found->second.count > 1 && found->second.first == &node) built_ = false;
+        if (--found->second.count == 0) names.erase(found);
+    };
+    for (const NameKind kind : {NameKind::Local, NameKind::Universal}) {
+        const StringView name = givenName(node, kind);
+        remove(namesOf(kind).beside, Beside{node.parent, name});
+        remove(namesOf(kind).anywhere, name);
     }
 }
 
@@ -106,8 +107,8 @@ void NameIndex::insert(ShapeNode& node) {
     for (const NameKind kind : {NameKind::Local, NameKind::Universal}) {
         const StringView name = givenName(node, kind);
         if (name.empty()) continue;
-        namesOf(kind).beside.emplace(Beside{node.parent, name}, &node);
-        ++namesOf(kind).anywhere.emplace(name, Anywhere{&node, 0}).first->second.count;
+        ++namesOf(kind).beside.emplace(Beside{node.parent, name}, Bearers{&node, 0}).first->second.count;
+        ++namesOf(kind).anywhere.emplace(name, Bearers{&node, 0}).first->second.count;
     }
 }
 

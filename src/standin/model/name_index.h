@@ -47,13 +47,14 @@ private:
             return left.group == right.group && (*this)(left.name, right.name);
         }
     };
-    struct Anywhere {
+    /// The shapes of one name: drawings from elsewhere may have several, even beside each other.
+    struct Bearers {
         ShapeNode* first;
         std::size_t count;
     };
     struct Names {
-        std::unordered_map<Beside, ShapeNode*, Folded, Folded> beside;
-        std::unordered_map<StringView, Anywhere, Folded, Folded> anywhere;
+        std::unordered_map<Beside, Bearers, Folded, Folded> beside;
+        std::unordered_map<StringView, Bearers, Folded, Folded> anywhere;
     };
 
     Names& namesOf(NameKind kind) { return names_[static_cast<int>(kind)]; }
