@@ -137,12 +137,14 @@ void deleteBelow(Session& session, const std::string& path) {
 }
 
 int remove(Session& session) {
+    if (session.key.isRoot() && !session.options.deletesValue)
+        throw UsageError("a root cannot be deleted; name a key below it");
+    session.open(RegistryAccess::Read); // else a store that is missing would be made
     const auto key = session.open(RegistryAccess::Full);
     if (session.options.deletesValue) {
         if (!key->deleteValue(session.name)) session.noSuchValue();
         return exit_status::kDone;
     }
-    if (session.key.isRoot()) throw UsageError("a root cannot be deleted; name a key below it");
     if (session.options.recursive) deleteBelow(session, session.key.path());
     const auto parent = session.registry.open(session.key.root(), session.key.parentPath(), RegistryAccess::Full);
     if (!parent || !parent->deleteSubkey(session.key.lastName()))

@@ -87,6 +87,8 @@ TEST_F(RegistryCommandTest, SetsGetsListsAndDeletes) {
 }
 
 TEST_F(RegistryCommandTest, RefusesInOneLineThatSaysWhatToDo) {
+    EXPECT_EQ(run({"delete", "HKCU", "Name"}).status, 1);
+    EXPECT_FALSE(std::filesystem::exists(file_)) << "deleting makes no store";
     run({"set", "HKCU\\K", "Name", "text"});
     const struct {
         std::vector<std::string> arguments;
