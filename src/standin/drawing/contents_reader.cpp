@@ -101,7 +101,7 @@ void readText(XmlPart& xml, Building& building, Shape& shape) {
             const std::size_t before = text.size();
             appendUtf16(text, xml.text());
             if (text.size() > building.limits.maxTextUnits)
-                xml.fail("a shape's text has more than " + std::to_string(building.limits.maxTextUnits) +
+                xml.fail("has a shape with a text of more than " + std::to_string(building.limits.maxTextUnits) +
                          " characters");
             if (fieldDepth >= 0) fields.back().length += static_cast<std::uint32_t>(text.size() - before);
         } else if (xml.name() == "fld") {
@@ -127,7 +127,7 @@ std::span<const Shape> readShapes(XmlPart& xml, Building& building, int depth);
 
 Shape readShape(XmlPart& xml, Building& building, int depth) {
     if (++building.shapeCount > building.limits.maxShapes)
-        xml.fail("the drawing has more than " + std::to_string(building.limits.maxShapes) + " shapes");
+        xml.fail("gives the drawing more than " + std::to_string(building.limits.maxShapes) + " shapes");
     Shape shape;
     xml.attributes([&](std::string_view name, std::string_view value) {
         if (readSheetAttribute(xml, building, shape.sheet, name, value)) return;
@@ -137,7 +137,7 @@ Shape readShape(XmlPart& xml, Building& building, int depth) {
         if (name == "Type") shape.type = typeOf(value);
         if (name == "Del") shape.deleted = isTrue(value);
     });
-    if (shape.id == noId && !shape.deleted) xml.fail("a shape has no ID");
+    if (shape.id == noId && !shape.deleted) xml.fail("has a shape without an ID");
 
     SheetParts parts;
     bool hasShapes = false;
@@ -146,7 +146,7 @@ Shape readShape(XmlPart& xml, Building& building, int depth) {
         if (xml.name() == "Text") {
             readText(xml, building, shape);
         } else if (xml.name() == "Shapes") {
-            if (std::exchange(hasShapes, true)) xml.fail("a shape has two lists of sub-shapes");
+            if (std::exchange(hasShapes, true)) xml.fail("has a shape with two lists of sub-shapes");
             shape.shapes = readShapes(xml, building, depth + 1);
         }
     }
@@ -156,7 +156,7 @@ Shape readShape(XmlPart& xml, Building& building, int depth) {
 
 std::span<const Shape> readShapes(XmlPart& xml, Building& building, int depth) {
     if (depth > building.limits.maxShapeDepth)
-        xml.fail("groups are nested more than " + std::to_string(building.limits.maxShapeDepth) + " deep");
+        xml.fail("nests groups more than " + std::to_string(building.limits.maxShapeDepth) + " deep");
     std::vector<Shape> shapes;
     for (auto scope = xml.children(); xml.next(scope);)
         if (xml.name() == "Shape") push(shapes, readShape(xml, building, depth), building);
@@ -220,7 +220,7 @@ Contents readContents(XmlPart& xml, Building& building) {
     std::sort(entries.begin(), entries.end(), less);
     const auto twin =
         std::adjacent_find(entries.begin(), entries.end(), [](const auto& a, const auto& b) { return a.id == b.id; });
-    if (twin != entries.end()) xml.fail("two shapes have the ID " + std::to_string(twin->id));
+    if (twin != entries.end()) xml.fail("has two shapes with the ID " + std::to_string(twin->id));
     contents.byId = building.arena.copy(entries);
     xml.finish();
     return contents;

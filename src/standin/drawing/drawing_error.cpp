@@ -7,14 +7,14 @@ namespace {
 std::string compose(std::string_view file, std::string_view part, std::string_view problem) {
     std::string message(file);
     if (!part.empty()) message.append(message.empty() ? "part " : ": part ").append(printable(part));
-    if (!message.empty()) message.append(": ");
+    if (!message.empty()) message.append(" ");
     return message.append(problem);
 }
 
 } // namespace
 
 DrawingError::DrawingError(std::string_view file, std::string_view part, std::string_view problem)
-    : std::runtime_error(compose(file, part, problem)), part_(part) {}
+    : std::runtime_error(compose(file, part, problem)) {}
 
 std::string printable(std::string_view text) {
     constexpr std::size_t limit = 120;

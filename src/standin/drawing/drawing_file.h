@@ -47,9 +47,6 @@ struct Contents {
 
     std::span<const Shape> shapes; ///< top-level shapes in file order, back to front
     std::span<const Entry> byId;   ///< every shape at every depth but the deleted ones, by ascending id
-
-    /// The shape of that id at whatever depth, nullptr when there is none. Takes logarithmic time.
-    [[nodiscard]] const Shape* find(std::uint32_t id) const noexcept;
 };
 
 /// A page.
@@ -78,9 +75,6 @@ struct Master {
     Text prompt;
     Sheet sheet; ///< the master's page sheet
     Contents contents;
-
-    /// What an instance inherits from: the first shape that is not deleted; nullptr for an empty master.
-    [[nodiscard]] const Shape* top() const noexcept;
 };
 
 /// A style, from which sheets take cells that neither they nor their masters have.
@@ -114,15 +108,6 @@ struct DrawingFile {
     std::vector<Master> masters;    ///< in file order
     std::size_t shapeCount = 0;     ///< shapes at every depth in all pages and masters
     std::unique_ptr<Arena> memory;  ///< holds the strings, shapes, rows and cells
-
-    /// The page of that id, nullptr when there is none.
-    [[nodiscard]] const Page* page(std::uint32_t id) const noexcept;
-
-    /// The master of that id, nullptr when there is none.
-    [[nodiscard]] const Master* master(std::uint32_t id) const noexcept;
-
-    /// The style of that id, nullptr when there is none.
-    [[nodiscard]] const StyleSheet* style(std::uint32_t id) const noexcept;
 };
 
 } // namespace tarncom32::standin::drawing

@@ -214,7 +214,7 @@ private:
                 part = followRelationship(archive_, xml.part(), found->second);
             }
         }
-        if (part.empty()) xml.fail("a page or master has no Rel to the part with its shapes");
+        if (part.empty()) xml.fail("lists a page or master without a Rel to the part with its shapes");
         if (!used.insert(partKey(part)).second) archive_.fail(part, "is used twice");
         return part;
     }
@@ -237,7 +237,8 @@ private:
             for (auto at = behind.find(page.id); at != behind.end() && !known.contains(at->first);
                  at = behind.find(at->second))
                 if (!way.insert(at->first).second)
-                    archive_.fail(part, "the page with the ID " + std::to_string(at->first) + " is its own background");
+                    archive_.fail(part,
+                                  "makes the page with the ID " + std::to_string(at->first) + " its own background");
             known.merge(way);
         }
     }
@@ -250,8 +251,9 @@ private:
 
     static void demandId(const XmlPart& xml, std::string_view what, std::uint32_t id,
                          std::unordered_set<std::uint32_t>& ids) {
-        if (id == noId) xml.fail(std::string("a ").append(what) + " has no ID");
-        if (!ids.insert(id).second) xml.fail(std::string("two ").append(what) + "s have the ID " + std::to_string(id));
+        if (id == noId) xml.fail(std::string("lists a ").append(what) + " without an ID");
+        if (!ids.insert(id).second)
+            xml.fail(std::string("lists two ").append(what) + "s with the ID " + std::to_string(id));
     }
 
     // Visio writes both names; a file from elsewhere may have one, or none at all.

@@ -31,7 +31,7 @@ private:
     void visit(std::size_t at, int level) {
         State& state = states_[at];
         if (state.progress == State::Done) return;
-        if (state.progress == State::Open) return fail(at, "the master contains an instance of itself");
+        if (state.progress == State::Open) return fail(at, "contains an instance of itself");
         if (level > limits_.maxMasterDepth) return tooDeep(at);
         state.progress = State::Open;
         count(at, file_.masters[at].contents.shapes, level);
@@ -39,7 +39,7 @@ private:
         if (state.depth > limits_.maxMasterDepth) tooDeep(at);
         if (state.unfolded > limits_.maxShapes)
             fail(at,
-                 "with the masters it uses it stands for more than " + std::to_string(limits_.maxShapes) + " shapes");
+                 "stands for more than " + std::to_string(limits_.maxShapes) + " shapes with the masters that it uses");
     }
 
     void count(std::size_t at, std::span<const Shape> shapes, int level) {
@@ -59,7 +59,7 @@ private:
     }
 
     void tooDeep(std::size_t at) {
-        fail(at, "masters use masters more than " + std::to_string(limits_.maxMasterDepth) + " deep");
+        fail(at, "uses masters within masters more than " + std::to_string(limits_.maxMasterDepth) + " deep");
     }
 
     void fail(std::size_t at, std::string problem) {

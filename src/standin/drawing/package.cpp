@@ -33,7 +33,7 @@ Relationships readRelationships(ZipArchive& archive, std::string_view source) {
         if (result.size() >= static_cast<std::size_t>(archive.limits().maxParts))
             xml.fail("has more than " + std::to_string(archive.limits().maxParts) + " relationships");
         if (!result.emplace(id, std::move(relationship)).second)
-            xml.fail("two relationships have the id \"" + printable(id) + "\"");
+            xml.fail("has two relationships with the id \"" + printable(id) + "\"");
     }
     xml.finish();
     return result;
@@ -59,10 +59,10 @@ std::string contentTypeOf(ZipArchive& archive, std::string_view part) {
 
 std::string followRelationship(const ZipArchive& archive, std::string_view source, const Relationship& relationship) {
     const std::string where = relationshipsPart(source);
-    const std::string target = "the target \"" + printable(relationship.target) + "\"";
-    if (relationship.external) archive.fail(where, target + " is outside the package; it is refused");
+    const std::string target = "has the target \"" + printable(relationship.target) + "\", which ";
+    if (relationship.external) archive.fail(where, target + "is outside the package; it is refused");
     const ResolvedTarget resolved = resolveTarget(source, relationship.target);
-    if (resolved.part.empty()) archive.fail(where, target + " " + resolved.problem + "; it is refused");
+    if (resolved.part.empty()) archive.fail(where, target + resolved.problem + "; it is refused");
     if (!archive.contains(resolved.part)) archive.fail(resolved.part, "is missing from the package");
     return resolved.part;
 }

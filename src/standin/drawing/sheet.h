@@ -28,9 +28,6 @@ struct Row {
     std::uint32_t index = noId;  ///< IX
     bool deleted = false;        ///< Del: the row is inherited and was deleted here
     std::span<const Cell> cells; ///< in file order
-
-    /// The first cell of that name, nullptr when there is none.
-    [[nodiscard]] const Cell* cell(std::u16string_view cellName) const noexcept;
 };
 
 /// A section of a sheet.
@@ -40,9 +37,6 @@ struct Section {
     bool deleted = false;        ///< Del: the section is inherited and was deleted here
     std::span<const Cell> cells; ///< cells of the section itself, as NoFill in geometry
     std::span<const Row> rows;   ///< in file order
-
-    /// The first row of that universal name, nullptr when there is none. Deleted rows are found too.
-    [[nodiscard]] const Row* row(std::u16string_view rowName) const noexcept;
 };
 
 /// What the document, a style, a page, a master and a shape have alike: names, styles, cells and sections. Nothing is
@@ -58,12 +52,6 @@ struct Sheet {
     bool customNameU = false;          ///< likewise the universal name
     std::span<const Cell> cells;       ///< cells outside sections, in file order
     std::span<const Section> sections; ///< in file order
-
-    /// The first cell outside sections of that name, nullptr when there is none.
-    [[nodiscard]] const Cell* cell(std::u16string_view cellName) const noexcept;
-
-    /// The first section of that name, and of that index where one is given; nullptr when there is none.
-    [[nodiscard]] const Section* section(std::u16string_view sectionName, std::uint32_t index = noId) const noexcept;
 };
 
 } // namespace tarncom32::standin::drawing

@@ -42,7 +42,7 @@ XmlPart::XmlPart(ZipArchive& archive, std::string part, std::span<const std::str
     while (step()) {
         if (xmlTextReaderNodeType(reader_.get()) != XML_READER_TYPE_ELEMENT) continue;
         if (name() != root || !ours())
-            fail("its root element is " + printable(name()) + ", not Visio's " + std::string(root));
+            fail("has the root element " + printable(name()) + ", not Visio's " + std::string(root));
         return;
     }
     fail("has no root element");
@@ -189,7 +189,8 @@ std::uint32_t XmlPart::number(std::string_view attributeName, std::string_view v
     std::uint32_t result = 0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), result);
     if (error != std::errc{} || end != value.data() + value.size())
-        fail(std::string("attribute ").append(attributeName) + " is \"" + printable(value) + "\", not a number");
+        fail(std::string("gives the attribute ").append(attributeName) + " as \"" + printable(value) +
+             "\", not as a number");
     return result;
 }
 

@@ -94,7 +94,7 @@ std::string PartStream::problem() const {
 ZipArchive::ZipArchive(const std::filesystem::path& path, const Limits& limits) : label_(utf8(path)), limits_(limits) {
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
-    if (!std::filesystem::exists(status)) fail("", "there is no such file, or it cannot be reached");
+    if (!std::filesystem::exists(status)) fail("", "does not exist, or cannot be reached");
     if (!std::filesystem::is_regular_file(status)) fail("", "is not a file");
     const std::uintmax_t size = std::filesystem::file_size(path, error);
     if (error) fail("", "cannot be read (" + error.message() + ")");
