@@ -1,6 +1,7 @@
 #include "automation/collection.h"
 #include "automation/events.h"
 #include "automation/members.h"
+#include "support/table.h"
 #include "values.h"
 
 #include <gtest/gtest.h>
@@ -119,14 +120,8 @@ TEST(Members, ObjectsByReferenceMayBeEmptyOrLeftOut) {
 }
 
 TEST(Members, FailuresOfTheCallItself) {
-    struct Case {
-        StringView name;
-        Access access;
-        std::vector<Variant> arguments;
-        std::int32_t number;
-    };
     const auto probe = make<Probe>();
-    const Case cases[] = {
+    const std::tuple<StringView, Access, std::vector<Variant>, std::int32_t> cases[] = {
         {u"Absent", Access::MethodOrGet, {}, 438},
         {u"Join", Access::Let, {u"x"}, 438},
         {u"Join", Access::Method, {}, 449},
@@ -136,8 +131,8 @@ TEST(Members, FailuresOfTheCallItself) {
         {u"Append", Access::Method, {u"a", 3e9}, 6},
         {u"Join", Access::Method, {Null{}}, 94},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(numberOfFailure(*probe, MemberName(c.name), c.access, c.arguments), c.number) << toUtf8(c.name);
+    for (const auto& [name, access, arguments, number] : cases)
+        EXPECT_EQ(numberOfFailure(*probe, MemberName(name), access, arguments), number) << toUtf8(name);
 }
 
 TEST(Members, TheEmptyNameIsTheDefaultMember) {
@@ -174,18 +169,12 @@ TEST(Collection, KeepsOrderAndFindsKeysWithoutRegardToCase) {
 TEST(Collection, Refuses) {
     const auto list = make<Collection>();
     list->add(u"item", u"key");
-    const std::tuple<StringView, std::vector<Variant>, std::int32_t> cases[] = {
-        {u"Add", {u"x", u"KEY"}, 457},
-        {u"Add", {u"x", u""}, 5},
-        {u"Add", {u"x", std::int16_t{1}}, 13},
-        {u"Add", {u"x", u"new", u"nobody"}, 5},
-        {u"Add", {u"x", u"new", std::int16_t{2}}, 5},
-        {u"Add", {u"x", u"new", std::int16_t{1}, std::int16_t{1}}, 5},
-        {u"Item", {u"absent"}, 5},
-        {u"Item", {std::int16_t{0}}, 9},
-        {u"Item", {std::int16_t{2}}, 9},
-        {u"Remove", {u""}, 5},
-    };
+    using Case = std::tuple<StringView, std::vector<Variant>, std::int32_t>;
+    const auto cases = tests::table(
+        Case(u"Add", {u"x", u"KEY"}, 457), Case(u"Add", {u"x", u""}, 5), Case(u"Add", {u"x", std::int16_t{1}}, 13),
+        Case(u"Add", {u"x", u"new", u"nobody"}, 5), Case(u"Add", {u"x", u"new", std::int16_t{2}}, 5),
+        Case(u"Add", {u"x", u"new", std::int16_t{1}, std::int16_t{1}}, 5), Case(u"Item", {u"absent"}, 5),
+        Case(u"Item", {std::int16_t{0}}, 9), Case(u"Item", {std::int16_t{2}}, 9), Case(u"Remove", {u""}, 5));
     for (const auto& [name, arguments, number] : cases)
         EXPECT_EQ(numberOfFailure(*list, MemberName(name), Access::Method, arguments), number) << toUtf8(name);
     EXPECT_EQ(list->count(), 1);

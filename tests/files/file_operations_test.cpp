@@ -1,41 +1,17 @@
-#include "files/file_operations.h"
-
 #include "automation/array.h"
-#include "automation/convert.h"
 #include "fakes.h"
-
-#include <gmock/gmock.h>
 
 namespace tarncom32::files {
 namespace {
 
 using std::string_literals::operator""s;
-
-using automation::Array;
-using automation::Error;
-using automation::Null;
-using automation::toText;
 using testing::ElementsAre;
 using Arguments = NamedObject::Arguments;
 
-class FileOperationsTest : public testing::Test {
-protected:
-    FakePlatform surroundings_;
-    FakeFiles& files_ = surroundings_.files;
-    automation::Ref<FileOperations> operations_ = automation::make<FileOperations>(surroundings_.platform);
+class FileOperationsTest : public FilesTest {};
 
-    // The first lines of the reports so far.
-    std::vector<std::string> reports() const {
-        std::vector<std::string> lines;
-        for (const auto& shown : surroundings_.messageBox.shown)
-            lines.push_back(automation::toUtf8(shown.text.substr(0, shown.text.find(u'\r'))));
-        return lines;
-    }
-};
-
-automation::ObjectRef answering(StringView name, Variant result) {
-    return automation::make<NamedObject>(
-        std::map<String, NamedObject::Member>{{String(name), [result](Arguments) { return result; }}});
+ObjectRef answering(StringView name, Variant result) {
+    return make<NamedObject>(NamedObject::Members{{String(name), [result](Arguments) { return result; }}});
 }
 
 TEST_F(FileOperationsTest, AMissingFileIsReadOnlyAndNotOpen) {
@@ -59,22 +35,18 @@ TEST_F(FileOperationsTest, TrimsAFoldersPathLikeItsBuffer) {
 }
 
 TEST_F(FileOperationsTest, CleansTheCallersVariable) {
-    struct Case {
-        Variant given;
-        Variant left;
-        String result;
-    };
-    const Case cases[] = {{u"a/b:c?.vsd", u"a_b_c_.vsd", u"a_b_c_.vsd"},
-                          {u"\\/:?<>|", u"_______", u"_______"},
-                          {u"a*b\"c", u"a*b\"c", u"a*b\"c"}, // these two stay
-                          {std::int16_t{12}, u"12", u"12"},
-                          {{}, u"", u""},
-                          {Null{}, Null{}, u""},
-                          {Array(automation::VariantType::String), Array(automation::VariantType::String), u""}};
-    for (const Case& c : cases) {
-        Variant name = c.given;
-        EXPECT_EQ(operations_->cleanFileName(name), c.result);
-        EXPECT_EQ(name, c.left);
+    const std::tuple<Variant, Variant, String> cases[] = {
+        {u"a/b:c?.vsd", u"a_b_c_.vsd", u"a_b_c_.vsd"},
+        {u"\\/:?<>|", u"_______", u"_______"},
+        {u"a*b\"c", u"a*b\"c", u"a*b\"c"}, // these two stay
+        {std::int16_t{12}, u"12", u"12"},
+        {{}, u"", u""},
+        {Null{}, Null{}, u""},
+        {Array(VariantType::String), Array(VariantType::String), u""}};
+    for (const auto& [given, left, result] : cases) {
+        std::vector<Variant> name{given}; // late bound, as from a script
+        EXPECT_EQ(operations_->invoke(u"CleanFileName", Access::Method, name), Variant(result));
+        EXPECT_EQ(name[0], left);
     }
     EXPECT_THAT(reports(),
                 ElementsAre("Problem in FileOperations.CleanFileName", "Problem in FileOperations.CleanFileName"));
@@ -102,8 +74,8 @@ TEST_F(FileOperationsTest, MakesAnObjectOnceAndHandsItBack) {
 
     // Late bound the caller's variable is filled as well, and one that is left out does no harm.
     std::vector<Variant> arguments{ObjectRef()};
-    operations_->invoke(u"GetTempFileName", automation::Access::Method, arguments);
-    EXPECT_EQ(automation::toObject(arguments[0]), files_.object);
+    operations_->invoke(u"GetTempFileName", Access::Method, arguments);
+    EXPECT_EQ(toObject(arguments[0]), files_.object);
     EXPECT_EQ(toText(operations_->call(u"GetTempFileName")), u"rad1.tmp");
 }
 
@@ -111,11 +83,11 @@ TEST_F(FileOperationsTest, CallsACallersObjectByName) {
     Variant created, overwrite, text;
     std::size_t count = 0;
     bool closed = false;
-    const ObjectRef stream = automation::make<NamedObject>(std::map<String, NamedObject::Member>{
+    const ObjectRef stream = make<NamedObject>(NamedObject::Members{
         {u"Write", [&](Arguments a) { return text = a[0], Variant(); }},
         {u"Close", [&](Arguments) { return closed = true, Variant(); }},
     });
-    const auto foreign = automation::make<NamedObject>(std::map<String, NamedObject::Member>{
+    const auto foreign = make<NamedObject>(NamedObject::Members{
         {u"GetExtensionName", [](Arguments) { return Variant(u"vsdx"); }},
         {u"GetFileName", [](Arguments a) { return Variant(u"name of " + toText(a[0])); }},
         {u"GetSpecialFolder", [](Arguments a) { return Variant(answering(u"Path", u"D:\\Folder" + toText(a[0]))); }},
@@ -161,15 +133,9 @@ TEST_F(FileOperationsTest, ReportsOrRaisesWhatTheObjectFailsIn) {
     EXPECT_NE(surroundings_.messageBox.shown[0].text.find(u"Error Number: 429\r\n"), String::npos);
 
     for (ObjectRef fso : {none, answering(u"Other", u"")}) {
-        const std::int32_t number = fso ? automation::errors::NoSuchMember : automation::errors::CannotCreateObject;
-        for (const auto member : {&FileOperations::trimFileExtension, &FileOperations::trimFilePath}) {
-            try {
-                (*operations_.*member)(u"f", fso);
-                ADD_FAILURE() << "raised nothing";
-            } catch (const Error& error) {
-                EXPECT_EQ(error.number(), number);
-            }
-        }
+        const std::int32_t number = fso ? errors::NoSuchMember : errors::CannotCreateObject;
+        for (const auto member : {&FileOperations::trimFileExtension, &FileOperations::trimFilePath})
+            EXPECT_EQ(errorOf([&] { (*operations_.*member)(u"f", fso); }), number);
     }
     EXPECT_EQ(surroundings_.messageBox.shown.size(), 4U);
 }

@@ -1,12 +1,12 @@
 // The system's own dialogs: each is opened, looked at, and answered by a thread of the test.
-#include "fakes.h"
 #include "files/common_dlg.h"
 #include "files/file_operations.h"
 #include "platform/windows/windows_files.h"
+#include "support/error_of.h"
 #include "support/temporary_folder.h"
+#include "support/test_platform.h"
 
 #include <fstream>
-#include <functional>
 #include <gmock/gmock.h>
 #include <thread>
 #include <windows.h>
@@ -17,6 +17,7 @@ namespace tarncom32::files {
 namespace {
 
 using testing::ElementsAre;
+using tests::errorOf;
 
 constexpr std::int32_t kExplorer = 524288;
 constexpr std::int32_t kFileMustExist = 4096;
@@ -33,48 +34,24 @@ String classOf(HWND window) {
     return reinterpret_cast<const char16_t*>(name);
 }
 
-// The first window that is accepted, among those that `enumerate` walks; null when nothing does.
-HWND findWindow(auto enumerate, const std::function<bool(HWND)>& accepts) {
-    struct Search {
-        const std::function<bool(HWND)>& accepts;
-        HWND found;
-        static BOOL CALLBACK visit(HWND window, LPARAM parameter) {
-            auto& search = *reinterpret_cast<Search*>(parameter);
-            if (!search.accepts(window)) return TRUE;
-            search.found = window;
-            return FALSE;
-        }
-    } search{accepts, nullptr};
-    enumerate(&Search::visit, reinterpret_cast<LPARAM>(&search));
-    return search.found;
-}
-
 // A visible dialog of this process other than `known`; null when there is none yet.
 HWND findDialog(HWND known = nullptr) {
-    return findWindow(&EnumWindows, [=](HWND window) {
+    for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, L"#32770", nullptr));) {
         DWORD process = 0;
         GetWindowThreadProcessId(window, &process);
-        return process == GetCurrentProcessId() && window != known && IsWindowVisible(window) &&
-               classOf(window) == u"#32770";
-    });
-}
-
-HWND waitForDialog(HWND known = nullptr) {
-    HWND found = nullptr;
-    for (int i = 0; i < 1500 && !found; ++i) {
-        found = findDialog(known);
-        if (!found) Sleep(20);
+        if (process == GetCurrentProcessId() && window != known && IsWindowVisible(window)) return window;
     }
-    return found;
+    return nullptr;
 }
 
-// A control of the dialog, at whatever depth, by its class and either of two numbers.
+// A control of the dialog, at whatever depth, by its class and either of two numbers; null when there is none.
 HWND control(HWND dialog, StringView className, int id, int otherId) {
-    const auto children = [=](WNDENUMPROC visit, LPARAM parameter) { EnumChildWindows(dialog, visit, parameter); };
-    return findWindow(children, [=](HWND window) {
-        const int number = GetDlgCtrlID(window);
-        return (number == id || number == otherId) && classOf(window) == className;
-    });
+    for (HWND child = nullptr; (child = FindWindowExW(dialog, child, nullptr, nullptr));) {
+        const int number = GetDlgCtrlID(child);
+        if ((number == id || number == otherId) && classOf(child) == className) return child;
+        if (const HWND inner = control(child, className, id, otherId)) return inner;
+    }
+    return nullptr;
 }
 
 void press(HWND dialog, int button) {
@@ -99,7 +76,9 @@ public:
 
 private:
     void answer(bool proposed, const String& typed, int button) {
-        const HWND dialog = waitForDialog();
+        HWND dialog = nullptr;
+        for (int i = 0; i < 1500 && !(dialog = findDialog()); ++i)
+            Sleep(20);
         if (!dialog) return;
         title = textOf(dialog);
         const HWND edit = control(dialog, u"Edit", edt1, cmb13);
@@ -144,21 +123,12 @@ protected:
         dialog_->cancelError = true;
     }
 
-    static std::int32_t raised(const std::function<void()>& show) {
-        try {
-            show();
-            return 0;
-        } catch (const automation::Error& error) {
-            return error.number();
-        }
-    }
-
     tests::TemporaryFolder folder_;
     String folderText_;
-    FakePlatform surroundings_;
+    tests::TestPlatform surroundings_;
     platform::windows::WindowsFiles files_{surroundings_.applications, surroundings_.codePage};
     platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 surroundings_.registry, files_.ports()};
+                                 *surroundings_.registry, files_.ports()};
     automation::Ref<CommonDlg> dialog_ = automation::make<CommonDlg>(platform_);
 };
 
@@ -170,10 +140,9 @@ TEST_F(WindowsDialogTest, ShowTheRequestAndGiveTheChoice) {
             dialog_->filterIndex = 2;
             dialog_->flags = flags;
             Answerer answerer(true, u"", IDOK);
-            EXPECT_EQ(raised([&] { (*dialog_.*show)(); }), 0);
+            EXPECT_EQ(errorOf([&] { (*dialog_.*show)(); }), 0);
             answerer.join();
-            EXPECT_EQ(answerer.title, u"Choose \u00C4");
-            EXPECT_EQ(answerer.name, u"Plan.vsd");
+            EXPECT_EQ(answerer.title + u" " + answerer.name, u"Choose \u00C4 Plan.vsd");
             EXPECT_THAT(answerer.filters, ElementsAre(u"Drawings (*.vsd)", u"All files (*.*)"));
             EXPECT_EQ(answerer.filter, 1);
             EXPECT_TRUE(automation::toUpper(dialog_->fileName) == automation::toUpper(folderText_ + u"\\Plan.vsd"))
@@ -191,7 +160,7 @@ TEST_F(WindowsDialogTest, NumberCancelledAndFailed) {
         dialog_->fileName = u"Plan.vsd";
         {
             Answerer cancels(true, u"", IDCANCEL);
-            EXPECT_EQ(raised([&] { dialog_->showOpen(); }), 32755);
+            EXPECT_EQ(errorOf([&] { dialog_->showOpen(); }), 32755);
         }
         EXPECT_EQ(dialog_->fileName, u"Plan.vsd");
     }
@@ -199,7 +168,7 @@ TEST_F(WindowsDialogTest, NumberCancelledAndFailed) {
     dialog_->fileName = u"";
     dialog_->maxFileSize = 12; // less than the path needs
     Answerer chooses(false, u"Plan.vsd", IDOK);
-    EXPECT_EQ(raised([&] { dialog_->showOpen(); }), 12291);
+    EXPECT_EQ(errorOf([&] { dialog_->showOpen(); }), 12291);
 }
 
 TEST_F(WindowsDialogTest, AnExistingFileIsEnforced) {

@@ -1,9 +1,9 @@
 // The members over Windows' own files and calls.
-#include "fakes.h"
 #include "files/file_operations.h"
 #include "files/path_forms.h"
 #include "platform/windows/windows_files.h"
 #include "support/temporary_folder.h"
+#include "support/test_platform.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -40,10 +40,10 @@ protected:
     }
 
     tests::TemporaryFolder folder_;
-    FakePlatform surroundings_;
+    tests::TestPlatform surroundings_;
     platform::windows::WindowsFiles files_{surroundings_.applications, surroundings_.codePage};
     platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 surroundings_.registry, files_.ports()};
+                                 *surroundings_.registry, files_.ports()};
     automation::Ref<FileOperations> operations_ = automation::make<FileOperations>(platform_);
 };
 

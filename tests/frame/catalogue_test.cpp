@@ -1,18 +1,16 @@
 #include "frame/catalogue.h"
 #include "frame/enumerations.h"
+#include "support/table.h"
 
 #include <gtest/gtest.h>
+#include <map>
 #include <set>
 
 namespace tarncom32::frame {
 namespace {
 
 TEST(Catalogue, OnlyCreatableClassesAreFoundByProgId) {
-    struct Case {
-        automation::StringView progId;
-        automation::StringView className; ///< empty: not found
-    };
-    const Case cases[] = {
+    const std::pair<automation::StringView, automation::StringView> cases[] = {
         {u"TarnCom32.StringFunctions", u"StringFunctions"},
         {u"tarncom32.STRINGFUNCTIONS", u"StringFunctions"},
         {u"TarnCom32.UserProfile.1", u"UserProfile"},
@@ -23,52 +21,34 @@ TEST(Catalogue, OnlyCreatableClassesAreFoundByProgId) {
         {u"StringFunctions", u""},
         {u"", u""},
     };
-    for (const Case& c : cases) {
-        const CatalogueEntry* entry = findProgId(c.progId);
-        EXPECT_EQ(entry ? entry->name : u"", c.className) << automation::toUtf8(c.progId);
+    for (const auto& [progId, className] : cases) {
+        const CatalogueEntry* entry = findProgId(progId);
+        EXPECT_EQ(entry ? entry->name : u"", className) << automation::toUtf8(progId);
     }
 }
 
 TEST(Catalogue, CountsOfEachKind) {
-    int counts[4]{};
+    std::map<Instancing, int> counts;
     for (const CatalogueEntry& entry : catalogue())
-        ++counts[static_cast<int>(entry.instancing)];
-    EXPECT_EQ(counts[static_cast<int>(Instancing::Global)], 7);
-    EXPECT_EQ(counts[static_cast<int>(Instancing::Creatable)], 6);
-    EXPECT_EQ(counts[static_cast<int>(Instancing::NotCreatable)], 3);
-    EXPECT_EQ(counts[static_cast<int>(Instancing::Internal)], 3);
+        ++counts[entry.instancing];
+    using enum Instancing;
+    EXPECT_EQ(counts, (std::map<Instancing, int>{{Global, 7}, {Creatable, 6}, {NotCreatable, 3}, {Internal, 3}}));
 }
 
 TEST(Enumerations, HaveThePublishedSizesAndValues) {
-    struct Case {
-        automation::StringView name;
-        std::size_t members;
-        std::int64_t sum; ///< of the values: finds a single mistyped digit
-    };
-    const Case cases[] = {
-        {u"ePROGRESS_BAR_POSITION", 9, 45},
-        {u"eTEST_DOCUMENT_COMPATIBILITY", 3, 3},
-        {u"eDisplayModes", 1, -1},
-        {u"eCOLORS", 6, 84},
-        {u"VIS_CMD_INFO", 6, 9},
-        {u"eCreationPosition", 5, 10},
-        {u"SystemFolder", 18, 301},
-        {u"PROFILE_STORAGE_METHOD", 3, 3},
-        {u"REGISTRY_HIVE", 6, -12884901871},
-        {u"eDualCaptions", 2, 3},
-        {u"eMenuSet", 2, 3},
-        {u"PrinterOrientationConstants", 2, 3},
-        {u"ColorConstants", 4, 15},
-        {u"FileOpenConstants", 17, 3997471},
-        {u"FontsConstants", 18, 4194058},
-        {u"PrinterConstants", 16, 1839103},
-        {u"HelpConstants", 12, 816},
-        {u"ErrorConstants", 33, 792167},
-    };
+    using Case = std::tuple<automation::StringView, std::size_t, std::int64_t>;
+    const auto cases = tests::table(
+        Case(u"ePROGRESS_BAR_POSITION", 9, 45), Case(u"eTEST_DOCUMENT_COMPATIBILITY", 3, 3),
+        Case(u"eDisplayModes", 1, -1), Case(u"eCOLORS", 6, 84), Case(u"VIS_CMD_INFO", 6, 9),
+        Case(u"eCreationPosition", 5, 10), Case(u"SystemFolder", 18, 301), Case(u"PROFILE_STORAGE_METHOD", 3, 3),
+        Case(u"REGISTRY_HIVE", 6, -12884901871), Case(u"eDualCaptions", 2, 3), Case(u"eMenuSet", 2, 3),
+        Case(u"PrinterOrientationConstants", 2, 3), Case(u"ColorConstants", 4, 15),
+        Case(u"FileOpenConstants", 17, 3997471), Case(u"FontsConstants", 18, 4194058),
+        Case(u"PrinterConstants", 16, 1839103), Case(u"HelpConstants", 12, 816), Case(u"ErrorConstants", 33, 792167));
     ASSERT_EQ(enumerations().size(), std::size(cases));
-    for (const Case& c : cases) {
-        SCOPED_TRACE(automation::toUtf8(c.name));
-        const EnumerationInfo* info = findEnumeration(c.name);
+    for (const auto& [name, members, total] : cases) {
+        SCOPED_TRACE(automation::toUtf8(name));
+        const EnumerationInfo* info = findEnumeration(name);
         ASSERT_NE(info, nullptr);
         std::int64_t sum = 0;
         std::set<automation::StringView> names;
@@ -76,8 +56,8 @@ TEST(Enumerations, HaveThePublishedSizesAndValues) {
             sum += member.value;
             names.insert(member.name);
         }
-        EXPECT_EQ(names.size(), c.members);
-        EXPECT_EQ(sum, c.sum);
+        EXPECT_EQ(names.size(), members);
+        EXPECT_EQ(sum, total);
     }
 }
 

@@ -8,6 +8,7 @@
 #include "platform/portable/windows_1252.h"
 #include "support/environment_variable.h"
 #include "support/error_of.h"
+#include "support/table.h"
 #include "support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -15,54 +16,34 @@
 #include <gtest/gtest.h>
 #include <regex>
 #include <sys/file.h>
-#include <sys/wait.h>
 
 namespace tarncom32::platform::portable {
 namespace {
 
 namespace fs = std::filesystem;
-namespace errors = automation::errors;
-using automation::String;
-using automation::StringView;
-using automation::toText;
-using automation::toUtf8;
-using tests::EnvironmentVariable;
-using tests::errorOf;
+using namespace automation;
+using namespace tests;
 
 class PortableFilesTest : public testing::Test {
 protected:
-    tests::TemporaryFolder folder_;
+    TemporaryFolder folder_;
     DriveMap drives_{folder_.path() / "c"};
     Windows1252 codePage_;
     PortableFileStatus status_{drives_};
     PortablePathCalls calls_{drives_, codePage_};
-    automation::Ref<FileSystemObject> object_ = automation::make<FileSystemObject>(drives_, codePage_);
+    Ref<FileSystemObject> object_ = make<FileSystemObject>(drives_, codePage_);
 
-    void write(const fs::path& name, std::string_view bytes = {}) {
-        std::ofstream(folder_.path() / name, std::ios::binary) << bytes;
-    }
-    std::string read(const fs::path& name) {
-        std::ifstream file(folder_.path() / name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
     String onZ(StringView below) { return drives_.toAutomation(folder_.path()) + u"\\" + String(below); }
 };
 
 TEST_F(PortableFilesTest, DrivesAreFolders) {
     const std::string c = (folder_.path() / "c").native();
-    const std::pair<StringView, std::optional<fs::path>> cases[] = {
-        {u"Z:\\", "/"},
-        {u"z:/etc\\X", "/etc/X"},
-        {u"C:\\a\\b.txt", c + "/a/b.txt"},
-        {u"c:a\\", c + "/a/"},
-        {u"\\\\?\\Z:\\etc", "/etc"},
-        {u"/etc/\u00E4", "/etc/\u00E4"},
-        {u"sub\\x", "sub/x"},
-        {u"", std::nullopt},
-        {u"D:\\x", std::nullopt},
-        {u"\\\\server\\share", std::nullopt},
-        {StringView(u"Z:\\a\0b", 6), std::nullopt},
-    };
+    using Case = std::pair<StringView, std::optional<fs::path>>;
+    const auto cases =
+        table(Case(u"Z:\\", "/"), Case(u"z:/etc\\X", "/etc/X"), Case(u"C:\\a\\b.txt", c + "/a/b.txt"),
+              Case(u"c:a\\", c + "/a/"), Case(u"\\\\?\\Z:\\etc", "/etc"), Case(u"/etc/\u00E4", "/etc/\u00E4"),
+              Case(u"sub\\x", "sub/x"), Case(u"", std::nullopt), Case(u"D:\\x", std::nullopt),
+              Case(u"\\\\server\\share", std::nullopt), Case(StringView(u"Z:\\a\0b", 6), std::nullopt));
     for (const auto& [path, native] : cases)
         EXPECT_EQ(drives_.toNative(path), native) << toUtf8(path);
     EXPECT_TRUE(fs::is_directory(c)); // made when it was first named
@@ -76,7 +57,7 @@ TEST_F(PortableFilesTest, DrivesAreFolders) {
 }
 
 TEST_F(PortableFilesTest, ReadOnlyIsTheOwnersRight) {
-    write("f");
+    folder_.write("f");
     EXPECT_EQ(status_.attributes(onZ(u"f")), file_attribute::kNormal);
     fs::permissions(folder_.path() / "f", fs::perms::owner_read | fs::perms::group_all);
     EXPECT_EQ(status_.attributes(onZ(u"f")), file_attribute::kReadOnly); // for root as well
@@ -85,33 +66,20 @@ TEST_F(PortableFilesTest, ReadOnlyIsTheOwnersRight) {
         EXPECT_EQ(status_.attributes(missing), file_attribute::kNone);
 }
 
-TEST_F(PortableFilesTest, AnotherProcessesHoldOnAFileIsSeen) {
-    write("f", "text");
+TEST_F(PortableFilesTest, AnothersHoldOnAFileIsSeen) {
+    folder_.write("f", "text");
     const auto open = [&] { status_.openExclusively(onZ(u"f")); };
     EXPECT_EQ(errorOf(open), 0);
 
-    enum class Hold { Lock, RecordLock };
-    for (const Hold hold : {Hold::Lock, Hold::RecordLock}) {
-        int ready[2], go[2];
-        ASSERT_EQ(pipe(ready) | pipe(go), 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            const int file = ::open((folder_.path() / "f").c_str(), O_RDWR);
-            struct flock record {};
-            record.l_type = F_WRLCK;
-            record.l_whence = SEEK_SET;
-            const bool held = hold == Hold::Lock ? flock(file, LOCK_EX) == 0 : fcntl(file, F_SETLK, &record) == 0;
-            char byte = held ? '1' : '0';
-            _exit(::write(ready[1], &byte, 1) == 1 && ::read(go[0], &byte, 1) == 1 ? 0 : 1);
-        }
-        char byte = 0;
-        ASSERT_EQ(::read(ready[0], &byte, 1), 1);
-        EXPECT_EQ(byte, '1');
+    for (const bool wholeFile : {true, false}) {
+        const int other = ::open((folder_.path() / "f").c_str(), O_RDWR);
+        struct flock record {};
+        record.l_type = F_WRLCK;
+        record.l_whence = SEEK_SET;
+        // These belong to the descriptor, so that the file's own process is to them as another one is.
+        ASSERT_EQ(wholeFile ? flock(other, LOCK_EX) : fcntl(other, F_OFD_SETLK, &record), 0);
         EXPECT_EQ(errorOf(open), errors::PermissionDenied);
-        ASSERT_EQ(::write(go[1], &byte, 1), 1);
-        waitpid(child, nullptr, 0);
-        for (const int end : {ready[0], ready[1], go[0], go[1]})
-            close(end);
+        close(other);
         EXPECT_EQ(errorOf(open), 0);
     }
 
@@ -125,10 +93,7 @@ TEST_F(PortableFilesTest, AnotherProcessesHoldOnAFileIsSeen) {
 }
 
 TEST_F(PortableFilesTest, TheObjectNamesPathsParts) {
-    struct Case {
-        StringView path, name, extension;
-    };
-    const Case cases[] = {
+    const std::tuple<StringView, StringView, StringView> cases[] = {
         {u"C:\\Dir\\Plan.vsd", u"Plan.vsd", u"vsd"},
         {u"C:\\Rev.2\\Plan", u"Plan", u""},
         {u"a.b.c", u"a.b.c", u"c"},
@@ -139,9 +104,9 @@ TEST_F(PortableFilesTest, TheObjectNamesPathsParts) {
         {u"a/b.c", u"a/b.c", u"c"},
         {u"", u"", u""},
     };
-    for (const Case& c : cases) {
-        EXPECT_EQ(toText(object_->call(u"GetFileName", c.path)), c.name) << toUtf8(c.path);
-        EXPECT_EQ(toText(object_->call(u"GetExtensionName", c.path)), c.extension) << toUtf8(c.path);
+    for (const auto& [path, name, extension] : cases) {
+        EXPECT_EQ(toText(object_->call(u"GetFileName", path)), name) << toUtf8(path);
+        EXPECT_EQ(toText(object_->call(u"GetExtensionName", path)), extension) << toUtf8(path);
     }
 }
 
@@ -154,10 +119,10 @@ TEST_F(PortableFilesTest, TheObjectWritesFilesInTheCodePage) {
         });
     };
     EXPECT_EQ(save(u"C:\\out.txt", false, u"a\r\nb\u20AC\u0416\U0001F600\u00FC"), 0);
-    EXPECT_EQ(read("c/out.txt"), "a\r\nb\x80??\xFC"); // as it is, and nothing behind it
+    EXPECT_EQ(folder_.read("c/out.txt"), "a\r\nb\x80??\xFC"); // as it is, and nothing behind it
     EXPECT_EQ(save(u"C:\\out.txt", false, u"new"), errors::FileAlreadyExists);
     EXPECT_EQ(save(u"C:\\out.txt", true, u"new"), 0);
-    EXPECT_EQ(read("c/out.txt"), "new");
+    EXPECT_EQ(folder_.read("c/out.txt"), "new");
     EXPECT_EQ(save(onZ(u"no\\f"), true, u""), errors::PathNotFound);
     EXPECT_EQ(save(onZ(u"c"), true, u""), errors::PermissionDenied);
     EXPECT_EQ(save(u"Q:\\f", true, u""), errors::PathNotFound);
@@ -172,7 +137,7 @@ TEST_F(PortableFilesTest, TheObjectWritesFilesInTheCodePage) {
 
 TEST_F(PortableFilesTest, TheObjectGivesAPlaceAndNamesForTemporaryFiles) {
     EnvironmentVariable place("TMPDIR", (folder_.path() / "t").native() + "/");
-    const automation::ObjectRef folder = toObject(object_->call(u"GetSpecialFolder", 2));
+    const ObjectRef folder = toObject(object_->call(u"GetSpecialFolder", 2));
     EXPECT_EQ(toText(folder->get(u"Path")), onZ(u"t"));
     place.set("/");
     EXPECT_EQ(object_->getSpecialFolder(2)->path(), u"Z:\\");
@@ -192,37 +157,28 @@ TEST_F(PortableFilesTest, SpecialFoldersFollowTheUsersOwn) {
     const EnvironmentVariable config("XDG_CONFIG_HOME", folder_.path().native());
     EnvironmentVariable data("XDG_DATA_HOME", "/data/");
     EnvironmentVariable cache("XDG_CACHE_HOME", "not/absolute");
-    write("user-dirs.dirs", "# XDG_DOCUMENTS_DIR=\"/wrong\"\n"
-                            "XDG_DESKTOP_DIR=\"$HOME/My \\\"Desk\\\"\"\n"
-                            "  XDG_DOCUMENTS_DIR=\"/srv/docs\"\n"
-                            "XDG_TEMPLATES_DIR=\"$HOME/\"\n");
+    folder_.write("user-dirs.dirs", "# XDG_DOCUMENTS_DIR=\"/wrong\"\n"
+                                    "XDG_DESKTOP_DIR=\"$HOME/My \\\"Desk\\\"\"\n"
+                                    "  XDG_DOCUMENTS_DIR=\"/srv/docs\"\n"
+                                    "XDG_TEMPLATES_DIR=\"$HOME/\"\n");
     PortableFolders folders(drives_);
-    const std::pair<std::int32_t, String> cases[] = {
-        {0, u"Z:\\home\\u\\My \"Desk\""},
-        {16, u"Z:\\home\\u\\My \"Desk\""},
-        {5, u"Z:\\srv\\docs"},
-        {21, u"Z:\\home\\u"},
-        {2, u"Z:\\data\\applications"},
-        {20, u"Z:\\data\\fonts"},
-        {26, drives_.toAutomation(folder_.path())},
-        {32, u"Z:\\home\\u\\.cache"},
-        {8, u""},
-        {19, u""},
-        {4711, u""},
-        {-1, u""},
-    };
+    using Case = std::pair<std::int32_t, String>;
+    const auto cases =
+        table(Case(0, u"Z:\\home\\u\\My \"Desk\""), Case(16, u"Z:\\home\\u\\My \"Desk\""), Case(5, u"Z:\\srv\\docs"),
+              Case(21, u"Z:\\home\\u"), Case(2, u"Z:\\data\\applications"), Case(20, u"Z:\\data\\fonts"),
+              Case(26, drives_.toAutomation(folder_.path())), Case(32, u"Z:\\home\\u\\.cache"), Case(8, u""),
+              Case(19, u""), Case(4711, u""), Case(-1, u""));
     for (const auto& [number, path] : cases)
         EXPECT_EQ(folders.special(number), path) << number;
-    write("user-dirs.dirs", "XDG_DESKTOP_DIR=relative\nXDG_DESKTOP_DIR=\"relative\"\n");
+    folder_.write("user-dirs.dirs", "XDG_DESKTOP_DIR=relative\nXDG_DESKTOP_DIR=\"relative\"\n");
     EXPECT_EQ(folders.special(0), u"Z:\\home\\u\\Desktop");
     EXPECT_TRUE(fs::is_directory(*drives_.toNative(folders.ownFolder())));
 }
 
 TEST_F(PortableFilesTest, PathsKeepTheirFormsAndFoldersGiveStoredNames) {
-    fs::create_directory(folder_.path() / "Sub Folder");
-    write("Sub Folder/\u00C4x.Txt");
-    write("Sub Folder/same");
-    write("Sub Folder/Same");
+    folder_.write("Sub Folder/\u00C4x.Txt");
+    folder_.write("Sub Folder/same");
+    folder_.write("Sub Folder/Same");
     std::u16string wide(100, u'!');
     std::string narrow(100, '!');
     const String path = u"\\\\?\\" + onZ(u"Sub Folder");

@@ -6,7 +6,6 @@
 #include "support/temporary_folder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -17,25 +16,14 @@ namespace {
 
 namespace fs = std::filesystem;
 namespace errors = automation::errors;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using tests::errorOf;
-using tests::errorTextOf;
+using namespace testing;
+using namespace tests;
 
 constexpr std::int32_t kRoot = registry_root::kCurrentUser;
 constexpr std::size_t kNoLimit = std::size_t{1} << 30;
 
 class SqliteRegistryTest : public testing::Test {
 protected:
-    static std::string contentsOf(const fs::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-    void writeFile(std::string_view contents) const {
-        std::ofstream(file_, std::ios::binary | std::ios::trunc)
-            .write(contents.data(), static_cast<std::streamsize>(contents.size()));
-    }
-
     std::unique_ptr<RegistryKey> create(std::string_view path) { return registry_.create(kRoot, path); }
     std::unique_ptr<RegistryKey> open(std::string_view path, RegistryAccess access = RegistryAccess::Full) {
         return registry_.open(kRoot, path, access);
@@ -54,8 +42,9 @@ protected:
         return names;
     }
 
-    tests::TemporaryFolder folder_;
-    fs::path file_ = folder_.path() / "data" / "registry.sqlite";
+    TemporaryFolder folder_;
+    fs::path name_ = "data/registry.sqlite";
+    fs::path file_ = folder_.path() / name_;
     Windows1252 codePage_;
     SqliteRegistry registry_{file_, codePage_};
 };
@@ -85,14 +74,9 @@ TEST_F(SqliteRegistryTest, WalksInAnyOrderAndSeesWhatWasWrittenMeanwhile) {
         RegistryValue value;
         return key->valueAt(index, kNoLimit, kNoLimit, value) == RegistryRead::Done ? value.name : "(end)";
     };
-    EXPECT_EQ(at(2), "c");
-    EXPECT_EQ(at(0), "a");
-    EXPECT_EQ(at(1), "b");
+    EXPECT_EQ(at(2) + at(0) + at(1), "cab");
     key->write("d", registry_type::kString, "");
-    EXPECT_EQ(at(2), "c");
-    EXPECT_EQ(at(3), "d");
-    EXPECT_EQ(at(9), "(end)");
-    EXPECT_EQ(at(0), "a");
+    EXPECT_EQ(at(2) + at(3) + at(9) + at(0), "cd(end)a");
     const auto other = create("L");
     other->write("x", registry_type::kString, "");
     EXPECT_THAT(namesIn(*other), ElementsAre("x"));
@@ -104,24 +88,19 @@ TEST_F(SqliteRegistryTest, WalksInAnyOrderAndSeesWhatWasWrittenMeanwhile) {
 
 TEST_F(SqliteRegistryTest, PathsAreReadAsTheRegistryReadsThem) {
     create("A\\B");
-    const struct {
-        const char* what;
-        std::string path;
-        bool found;
-        std::int32_t createError; // for those that are not found
-    } cases[] = {
-        {"root", "", true, 0},
-        {"trailing separator", "A\\B\\", true, 0},
-        {"repeated separators", "A\\\\\\B", true, 0},
-        {"leading separator", "\\A", false, errors::PathNotFound},
-        {"only a separator", "\\", false, errors::PathNotFound},
-        {"other separator", "A/B", false, 0},
-        {"level of 255 characters", "A\\" + std::string(255, 'x'), false, 0},
-        {"level of 256 characters", "A\\" + std::string(256, 'x'), false, errors::PathNotFound},
+    const std::tuple<std::string, bool, std::int32_t> cases[] = {
+        {"", true, 0},
+        {"A\\B\\", true, 0},
+        {"A\\\\\\B", true, 0},
+        {"\\A", false, errors::PathNotFound},
+        {"\\", false, errors::PathNotFound},
+        {"A/B", false, 0},
+        {"A\\" + std::string(255, 'x'), false, 0},
+        {"A\\" + std::string(256, 'x'), false, errors::PathNotFound},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(open(c.path) != nullptr, c.found) << c.what;
-        EXPECT_EQ(errorOf([&] { create(c.path); }), c.createError) << c.what;
+    for (const auto& [path, found, createError] : cases) {
+        EXPECT_EQ(open(path) != nullptr, found) << path;
+        EXPECT_EQ(errorOf([&, path = path] { create(path); }), createError) << path;
     }
 }
 
@@ -180,8 +159,7 @@ TEST_F(SqliteRegistryTest, ReadingCreatesNothingAndAnEmptyFileBecomesAStore) {
     EXPECT_EQ(open("Software\\Vendor"), nullptr);
     EXPECT_EQ(open("", RegistryAccess::Read), nullptr);
     EXPECT_FALSE(fs::exists(file_.parent_path()));
-    fs::create_directories(file_.parent_path());
-    writeFile(""); // as an interrupted start leaves it
+    folder_.write(name_, ""); // as an interrupted start leaves it
     EXPECT_EQ(open("K"), nullptr);
     create("K");
     EXPECT_NE(open("K"), nullptr);
@@ -192,17 +170,14 @@ TEST_F(SqliteRegistryTest, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         SqliteRegistry real(file_, codePage_);
         real.create(kRoot, "K")->write("v", registry_type::kString, std::string(20000, 'x'));
     }
-    const std::string store = contentsOf(file_);
+    const std::string store = folder_.read(name_);
     ASSERT_GT(store.size(), 20000u);
     std::string noTables = store;
     noTables.replace(100, 4096 - 100, 4096 - 100, '\xEE');
     constexpr const char* kDamaged = "is damaged, or is no settings store";
     constexpr const char* kForeign = "is a database of another program";
-    const struct {
-        const char* what;
-        std::string contents; // "sql:" and statements for another program's database
-        const char* expected;
-    } cases[] = {
+    // "sql:" stands before the statements that make another program's database.
+    const std::tuple<const char*, std::string, const char*> cases[] = {
         {"a text", "These are my notes. Keep them.\n", kDamaged},
         {"a long text", std::string(10000, 'n'), kDamaged},
         {"zeros", std::string(8192, '\0'), kDamaged},
@@ -215,26 +190,21 @@ TEST_F(SqliteRegistryTest, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         {"a store of a later version", "sql:PRAGMA application_id = 0x5461726E; PRAGMA user_version = 2",
          "was written by a newer version"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+    for (const auto& [what, contents, expected] : cases) {
+        SCOPED_TRACE(what);
         fs::remove(file_);
-        if (c.contents.starts_with("sql:"))
-            runSql(file_, c.contents.c_str() + 4);
+        if (contents.starts_with("sql:"))
+            runSql(file_, contents.c_str() + 4);
         else
-            writeFile(c.contents);
-        const std::string before = contentsOf(file_);
+            folder_.write(name_, contents);
+        const std::string before = folder_.read(name_);
         SqliteRegistry refused(file_, codePage_);
-        const std::function<void()> calls[] = {
-            [&] { refused.open(kRoot, "K", RegistryAccess::Read); },
-            [&] { refused.open(kRoot, "K", RegistryAccess::Full); },
-            [&] { refused.create(kRoot, "New"); },
-        };
-        for (const auto& call : calls) {
-            EXPECT_EQ(errorOf(call), errors::PathFileAccess);
-            EXPECT_THAT(automation::toUtf8(errorTextOf(call)),
-                        testing::AllOf(HasSubstr(c.expected), HasSubstr(file_.string())));
-        }
-        EXPECT_TRUE(contentsOf(file_) == before) << "the file was changed";
+        const std::function<void()> calls[] = {[&] { refused.open(kRoot, "K", RegistryAccess::Read); },
+                                               [&] { refused.open(kRoot, "K", RegistryAccess::Full); },
+                                               [&] { refused.create(kRoot, "New"); }};
+        for (const auto& call : calls)
+            EXPECT_THAT(failureOf(call), AllOf(StartsWith("75 "), HasSubstr(expected), HasSubstr(file_.string())));
+        EXPECT_TRUE(folder_.read(name_) == before) << "the file was changed";
     }
 }
 
@@ -247,11 +217,11 @@ TEST_F(SqliteRegistryTest, ADamagedPageRaisesAndDoesNotEndTheList) {
         for (int i = 0; i < kValues; ++i)
             key->write("value " + std::to_string(i), registry_type::kString, std::string(500, 'x'));
     }
-    std::string damaged = contentsOf(file_);
+    std::string damaged = folder_.read(name_);
     ASSERT_GT(damaged.size(), std::size_t{20} * 4096);
     int walksThatRaised = 0;
     for (std::size_t page = 2; page < damaged.size() / 4096; ++page) {
-        writeFile(std::string(damaged).replace(page * 4096, 4096, 4096, '\xEE'));
+        folder_.write(name_, std::string(damaged).replace(page * 4096, 4096, 4096, '\xEE'));
         SqliteRegistry registry(file_, codePage_);
         std::unique_ptr<RegistryKey> key;
         std::uint32_t seen = 0;
@@ -270,31 +240,21 @@ TEST_F(SqliteRegistryTest, ADamagedPageRaisesAndDoesNotEndTheList) {
 }
 
 TEST_F(SqliteRegistryTest, SaysWhyAPlaceCannotBeUsed) {
-    fs::create_directories(file_.parent_path());
-    writeFile("");
+    folder_.write(name_, "");
     SqliteRegistry belowAFile(file_ / "registry.sqlite", codePage_);
     EXPECT_EQ(errorOf([&] { belowAFile.create(kRoot, "K"); }), errors::PathFileAccess);
     SqliteRegistry folder(folder_.path(), codePage_);
     EXPECT_EQ(errorOf([&] { folder.open(kRoot, "K", RegistryAccess::Full); }), errors::PathFileAccess);
     SqliteRegistry nowhere({}, codePage_);
-    const auto opening = [&] { nowhere.open(kRoot, "K", RegistryAccess::Read); };
-    EXPECT_EQ(errorOf(opening), errors::PathFileAccess);
-    EXPECT_THAT(automation::toUtf8(errorTextOf(opening)), HasSubstr("TARNCOM32_REGISTRY"));
+    EXPECT_THAT(failureOf([&] { nowhere.open(kRoot, "K", RegistryAccess::Read); }),
+                AllOf(StartsWith("75 "), HasSubstr("TARNCOM32_REGISTRY")));
 }
 
 /// Acts as a user without special rights while it lives.
-class OrdinaryUser {
-public:
-    OrdinaryUser() { applied_ = geteuid() != 0 || seteuid(65534) == 0; }
-    ~OrdinaryUser() {
-        if (getuid() == 0) {
-            EXPECT_EQ(seteuid(0), 0);
-        }
-    }
-    bool applied() const { return applied_; }
-
-private:
-    bool applied_;
+struct OrdinaryUser {
+    OrdinaryUser() : applied(geteuid() != 0 || seteuid(65534) == 0) {}
+    ~OrdinaryUser() { EXPECT_TRUE(getuid() != 0 || seteuid(0) == 0); }
+    const bool applied;
 };
 
 TEST_F(SqliteRegistryTest, AReadOnlyFileCanBeReadButNotOpenedForFullAccess) {
@@ -306,7 +266,7 @@ TEST_F(SqliteRegistryTest, AReadOnlyFileCanBeReadButNotOpenedForFullAccess) {
     fs::permissions(folder_.path(), fs::perms::all);
     fs::permissions(file_.parent_path(), fs::perms::all);
     const OrdinaryUser user;
-    ASSERT_TRUE(user.applied());
+    ASSERT_TRUE(user.applied);
     EXPECT_EQ(open("K", RegistryAccess::Full), nullptr);
     const auto key = open("K", RegistryAccess::Read);
     ASSERT_NE(key, nullptr);
@@ -316,21 +276,19 @@ TEST_F(SqliteRegistryTest, AReadOnlyFileCanBeReadButNotOpenedForFullAccess) {
 }
 
 TEST(SqliteRegistryFile, IsTheNamedOneOrLiesInTheUsersDataFolder) {
-    const struct {
-        std::optional<std::string> home, data, named;
-        const char* expected;
-    } cases[] = {
-        {{}, {}, {}, ""},
-        {"/home/u", {}, {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
-        {"/home/u", "/data", {}, "/data/tarncom32/registry.sqlite"},
-        {"/home/u", "relative", {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
-        {"", "", {}, ""},
-        {"/home/u", "/data", "mine.sqlite", "mine.sqlite"},
-    };
-    for (const auto& c : cases) {
-        const tests::EnvironmentVariable home("HOME", c.home), data("XDG_DATA_HOME", c.data);
-        const tests::EnvironmentVariable named("TARNCOM32_REGISTRY", c.named);
-        EXPECT_EQ(SqliteRegistry::defaultFile(), fs::path(c.expected));
+    const std::tuple<std::optional<std::string>, std::optional<std::string>, std::optional<std::string>, const char*>
+        cases[] = {
+            {{}, {}, {}, ""},
+            {"/home/u", {}, {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
+            {"/home/u", "/data", {}, "/data/tarncom32/registry.sqlite"},
+            {"/home/u", "relative", {}, "/home/u/.local/share/tarncom32/registry.sqlite"},
+            {"", "", {}, ""},
+            {"/home/u", "/data", "mine.sqlite", "mine.sqlite"},
+        };
+    for (const auto& [homeValue, dataValue, namedValue, expected] : cases) {
+        const EnvironmentVariable home("HOME", homeValue), data("XDG_DATA_HOME", dataValue);
+        const EnvironmentVariable named("TARNCOM32_REGISTRY", namedValue);
+        EXPECT_EQ(SqliteRegistry::defaultFile(), fs::path(expected));
     }
 }
 

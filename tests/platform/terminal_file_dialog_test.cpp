@@ -2,7 +2,6 @@
 #include "platform/portable/terminal_file_dialog.h"
 #include "support/temporary_folder.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
 #include <sstream>
 
@@ -11,24 +10,19 @@ namespace {
 
 using std::string_literals::operator""s;
 
-using automation::String;
-using automation::StringView;
+using namespace automation;
 using testing::HasSubstr;
 
 TEST(FileFilters, FitNamesWithoutCase) {
-    struct Case {
-        StringView patterns, name;
-        bool fit;
-    };
-    const Case cases[] = {
+    const std::tuple<StringView, StringView, bool> cases[] = {
         {u"*.vsd", u"Plan.VSD", true},     {u"*.vsd", u"Plan.vsdx", false},
         {u"*.*", u"no extension", true},   {u"", u"any", true},
         {u"*.vsd; *.vss", u"a.vss", true}, {u"p??n.*", u"Plan.vsd", true},
         {u"p??n", u"plaan", false},        {u"*a*b*c", u"xaybzcb", false},
         {u"\u00E4*", u"\u00C4rger", true}, {u"*", u"", true},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(fits(c.patterns, c.name), c.fit) << automation::toUtf8(c.patterns);
+    for (const auto& [patterns, name, fit] : cases)
+        EXPECT_EQ(fits(patterns, name), fit) << toUtf8(patterns);
     const String endless(200, u'a');
     EXPECT_FALSE(fits(u"*a*a*a*a*a*a*a*a*a*a*a*a*a*b", endless)); // in reasonable time
 }
@@ -39,16 +33,14 @@ TEST(FileFilters, NameAnExtensionUnlessItIsAWildcard) {
         {u"*.*", u""},     {u"*", u""},        {u"", u""},          {u"v?d", u""},
         {u"../x", u""}};
     for (const auto& [text, extension] : cases)
-        EXPECT_EQ(extensionNamed(text), extension) << automation::toUtf8(text);
+        EXPECT_EQ(extensionNamed(text), extension) << toUtf8(text);
 }
 
 class TerminalFileDialogTest : public testing::Test {
 protected:
     TerminalFileDialogTest() {
-        for (const char* name : {"Network.vsd", "Notes.txt", "Plan.vsd", "Sub/Deep.vsd"}) {
-            std::filesystem::create_directories((folder_.path() / name).parent_path());
-            std::ofstream(folder_.path() / name) << "x";
-        }
+        for (const char* name : {"Network.vsd", "Notes.txt", "Plan.vsd", "Sub/Deep.vsd"})
+            folder_.write(name);
         request_.filter = u"All files (*.*)\0*.*\0Drawings (*.vsd)\0*.vsd\0\0"s;
         request_.filterIndex = 2;
         request_.initialFolder = drives_.toAutomation(folder_.path());
@@ -68,7 +60,7 @@ protected:
         const FileDialogAnswer answer = show(input, save);
         if (!answer.chosen) return answer.failure == 0 ? "cancelled" : "failed";
         const String start = request_.initialFolder + u"\\";
-        return automation::toUtf8(answer.file.starts_with(start) ? answer.file.substr(start.size()) : answer.file);
+        return toUtf8(answer.file.starts_with(start) ? answer.file.substr(start.size()) : answer.file);
     }
 
     tests::TemporaryFolder folder_;
@@ -86,16 +78,13 @@ TEST_F(TerminalFileDialogTest, ShowsWhatThereIsToChooseFrom) {
               "   1  All files (*.*)\n"
               " * 2  Drawings (*.vsd)\n"
               "Folder: " +
-                  automation::toUtf8(request_.initialFolder) +
+                  toUtf8(request_.initialFolder) +
                   "\n"
                   "File name (Tab lists and completes, :1 takes a filter, end of input cancels) [Plan.vsd]: ");
 }
 
 TEST_F(TerminalFileDialogTest, TakesNamesPathsAndFolders) {
-    struct Case {
-        std::string input, chosen;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, std::string> cases[] = {
         {"", "cancelled"},
         {"\n\n", "cancelled"},
         {"Plan.vsd", "Plan.vsd"}, // the last line needs no end
@@ -112,26 +101,21 @@ TEST_F(TerminalFileDialogTest, TakesNamesPathsAndFolders) {
         {"Zz\t\nPlan.vsd\n", "Plan.vsd"},
         {":3\n:\n:99999999999999999999\n:x\nPlan.vsd\n", "Plan.vsd"},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(choose(c.input), c.chosen) << c.input;
+    for (const auto& [input, chosen] : cases)
+        EXPECT_EQ(choose(input), chosen) << input;
     EXPECT_EQ(show(":1\nPlan.vsd\n").filterIndex, 1);
     EXPECT_EQ(show("Plan.vsd\n").filterIndex, 2);
     choose("\t\n");
     EXPECT_THAT(printed_, HasSubstr("   Network.vsd\n   Plan.vsd\n   Sub\\\n"));
     // A name must not command the terminal.
-    std::ofstream(folder_.path() / "Esc\x1b[2J\u009b.vsd") << "x";
+    folder_.write("Esc\x1b[2J\u009b.vsd");
     EXPECT_EQ(choose("Esc\t\n"), "Esc\x1b[2J\u009b.vsd");
     EXPECT_THAT(printed_, HasSubstr("Esc [2J .vsd\n"));
 }
 
 TEST_F(TerminalFileDialogTest, HeedsTheFlags) {
-    struct Case {
-        std::int32_t flags;
-        bool save;
-        std::string input, chosen, said;
-    };
     using namespace dialog_flag;
-    const Case cases[] = {
+    const std::tuple<std::int32_t, bool, std::string, std::string, std::string> cases[] = {
         {0, false, "no.vsd\n", "no.vsd", ""},
         {kFileMustExist, false, "no.vsd\n", "cancelled", "This file does not exist."},
         {kFileMustExist, false, "no.vsd\nPlan.vsd\n", "Plan.vsd", "This file does not exist."},
@@ -141,25 +125,21 @@ TEST_F(TerminalFileDialogTest, HeedsTheFlags) {
         {kOverwritePrompt, true, "Plan.vsd\n", "cancelled", "Replace it?"},
         {kOverwritePrompt, true, "new.vsd\n", "new.vsd", ""},
     };
-    for (const Case& c : cases) {
-        request_.flags = c.flags;
-        EXPECT_EQ(choose(c.input, c.save), c.chosen) << c.input;
-        EXPECT_THAT(printed_, HasSubstr(c.said));
+    for (const auto& [flags, save, input, chosen, said] : cases) {
+        request_.flags = flags;
+        EXPECT_EQ(choose(input, save), chosen) << input;
+        EXPECT_THAT(printed_, HasSubstr(said));
     }
 }
 
 TEST_F(TerminalFileDialogTest, AddsTheDefaultExtensionToNewNames) {
-    struct Case {
-        String extension;
-        std::string input, chosen;
-    };
-    const Case cases[] = {{u"*.vsd", "new\n", "new.vsd"},
-                          {u"vsd", "Plan\n", "Plan.vsd"},
-                          {u"*.vsd", "new.txt\n", "new.txt"},
-                          {u"*.*", "new\n", "new"}};
-    for (const Case& c : cases) {
-        request_.defaultExtension = c.extension;
-        EXPECT_EQ(choose(c.input, true), c.chosen) << c.input;
+    const std::tuple<String, std::string, std::string> cases[] = {{u"*.vsd", "new\n", "new.vsd"},
+                                                                  {u"vsd", "Plan\n", "Plan.vsd"},
+                                                                  {u"*.vsd", "new.txt\n", "new.txt"},
+                                                                  {u"*.*", "new\n", "new"}};
+    for (const auto& [extension, input, chosen] : cases) {
+        request_.defaultExtension = extension;
+        EXPECT_EQ(choose(input, true), chosen) << input;
     }
 }
 

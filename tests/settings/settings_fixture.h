@@ -9,7 +9,7 @@
 namespace tarncom32::settings {
 
 using tests::errorOf;
-using tests::errorTextOf;
+using tests::failureOf;
 
 inline constexpr std::int32_t kRoot = platform::registry_root::kCurrentUser;
 
@@ -73,8 +73,7 @@ private:
     };
 
     std::unique_ptr<platform::RegistryKey> wrap(std::unique_ptr<platform::RegistryKey> key) {
-        if (!key) return nullptr;
-        return std::make_unique<Key>(*this, std::move(key));
+        return key ? std::make_unique<Key>(*this, std::move(key)) : nullptr;
     }
     void countDown() {
         if (callsBeforeFailure == 0) throw automation::Error(automation::errors::PathFileAccess, u"unreadable");
@@ -104,7 +103,7 @@ protected:
 
     automation::String key_ = tests::testKey() + u"\\Product\\Default";
     tests::TestPlatform surroundings_;
-    platform::Registry& real_ = surroundings_.registry;
+    platform::Registry& real_ = *surroundings_.registry;
     FaultyRegistry registry_{real_};
     platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
     RegistryOperations operations_{platform_};

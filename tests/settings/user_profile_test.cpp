@@ -1,26 +1,16 @@
 #include "settings/user_profile.h"
 #include "settings/user_profile_entries.h"
 #include "settings_fixture.h"
+#include "support/table.h"
 
 #include <gmock/gmock.h>
 
 namespace tarncom32::settings {
 namespace {
 
-using automation::Boolean;
-using automation::make;
-using automation::Object;
-using automation::ObjectRef;
-using automation::Ref;
-using automation::String;
-using automation::StringView;
-using automation::Variant;
+using namespace automation;
 using frame::PROFILE_STORAGE_METHOD;
 using std::string_literals::operator""s;
-
-namespace errors = automation::errors;
-
-constexpr auto kObjectError = static_cast<std::int32_t>(0x80040000);
 
 class UserProfileTest : public SettingsTest {
 protected:
@@ -38,9 +28,9 @@ protected:
     /// The entries as "name=value".
     std::vector<String> contents() {
         std::vector<String> texts;
-        automation::forEach(*entries_, [&](const Variant& item) {
-            Object& entry = automation::deref(automation::toObject(item));
-            texts.push_back(automation::toText(entry.get(u"Name")) + u"=" + automation::toText(entry.get(u"Value")));
+        forEach(*entries_, [&](const Variant& item) {
+            const ObjectRef entry = toObject(item);
+            texts.push_back(toText(entry->get(u"Name")) + u"=" + toText(entry->get(u"Value")));
         });
         return texts;
     }
@@ -81,22 +71,18 @@ TEST_F(UserProfileTest, KeepsItsPropertiesAndEndsThePathInABackslash) {
 
 TEST_F(UserProfileTest, EverySavingRetrievingAndDeletingMemberValidatesInOrder) {
     using enum PROFILE_STORAGE_METHOD;
-    const struct {
-        PROFILE_STORAGE_METHOD method;
-        bool path, name;
-        StringView expected;
-    } faults[] = {
-        {STORAGE_XML, false, false, u"Only Registry storage is supported at this time."},
-        {STORAGE_INI, true, true, u"Only Registry storage is supported at this time."},
-        {PROFILE_STORAGE_METHOD{-1}, true, true, u"Only Registry storage is supported at this time."},
-        {STORAGE_REGISTRY, false, false, u"No profile path entered.  Please enter a profile path."},
-        {STORAGE_REGISTRY, true, false, u"No profile name entered.  Please enter a profile name."},
+    const std::tuple<PROFILE_STORAGE_METHOD, bool, bool, std::string> faults[] = {
+        {STORAGE_XML, false, false, "Only Registry storage is supported at this time."},
+        {STORAGE_INI, true, true, "Only Registry storage is supported at this time."},
+        {PROFILE_STORAGE_METHOD{-1}, true, true, "Only Registry storage is supported at this time."},
+        {STORAGE_REGISTRY, false, false, "No profile path entered.  Please enter a profile path."},
+        {STORAGE_REGISTRY, true, false, "No profile name entered.  Please enter a profile name."},
     };
-    for (const auto& fault : faults) {
+    for (const auto& [method, path, name, expected] : faults) {
         const Ref<UserProfile> profile = make<UserProfile>(platform_);
-        profile->setStorageMethod(fault.method);
-        if (fault.path) profile->setProfilePath(tests::testKey());
-        if (fault.name) profile->setProfileName(u"Default");
+        profile->setStorageMethod(method);
+        if (path) profile->setProfilePath(tests::testKey());
+        if (name) profile->setProfileName(u"Default");
         EXPECT_FALSE(profile->saveSettings().isNonZero()) << "without entries nothing is validated";
         const Ref<UserProfileEntry> entry = profile->profileEntries()->createNewItem();
         entry->setName(u"Width");
@@ -104,10 +90,8 @@ TEST_F(UserProfileTest, EverySavingRetrievingAndDeletingMemberValidatesInOrder) 
             [&] { profile->saveSettings(); }, [&] { profile->retrieveSettings(); },
             [&] { entry->saveSetting(); },    [&] { entry->retrieveSetting(); },
             [&] { entry->deleteSetting(); },  [&] { profile->deleteProfileEntry(u"Width"); }};
-        for (const auto& call : calls) {
-            EXPECT_EQ(errorOf(call), kObjectError);
-            EXPECT_EQ(errorTextOf(call), fault.expected);
-        }
+        for (const auto& call : calls)
+            EXPECT_EQ(failureOf(call), "-2147221504 " + expected);
     }
     EXPECT_THAT(reports(), testing::IsEmpty());
 }
@@ -167,30 +151,20 @@ TEST_F(UserProfileTest, FindsEntriesByPositionOrNameAndByNothingElse) {
     add(u"Width", u"first");
     add(u"2", u"second");
     add(u"", u"third");
-    const struct {
-        const char* what;
-        Variant index;
-        StringView expected; // "-" for Nothing
-    } cases[] = {
-        {"position", Variant(std::int16_t{1}), u"first"},
-        {"position as a double", Variant(2.5), u"second"},
-        {"zero", Variant(std::int32_t{0}), u"-"},
-        {"past the end", Variant(std::int32_t{4}), u"-"},
-        {"name", Variant(u"Width"), u"first"},
-        {"name in other case", Variant(u"WIDTH"), u"first"},
-        {"numeric text that is a name", Variant(u"2"), u"-"},
-        {"no name", Variant(u""), u"-"},
-        {"unknown name", Variant(u"Height"), u"-"},
-        {"Empty", Variant(), u"-"},
-        {"Null", Variant(automation::Null{}), u"-"},
-        {"True, which is -1", Variant(Boolean(true)), u"-"},
-        {"Nothing", Variant(ObjectRef()), u"-"},
-    };
-    for (const auto& c : cases) {
-        const Ref<UserProfileEntry> found = entries_->item(c.index);
-        EXPECT_EQ(found ? found->value() : u"-", c.expected) << c.what;
+    using Case = std::tuple<const char*, Variant, StringView>;
+    const auto cases = tests::table(
+        Case("position", Variant(std::int16_t{1}), u"first"), Case("position as a double", Variant(2.5), u"second"),
+        Case("zero", Variant(std::int32_t{0}), u"-"), Case("past the end", Variant(std::int32_t{4}), u"-"),
+        Case("name", Variant(u"Width"), u"first"), Case("name in other case", Variant(u"WIDTH"), u"first"),
+        Case("numeric text that is a name", Variant(u"2"), u"-"), Case("no name", Variant(u""), u"-"),
+        Case("unknown name", Variant(u"Height"), u"-"), Case("Empty", Variant(), u"-"),
+        Case("Null", Variant(Null{}), u"-"), Case("True, which is -1", Variant(Boolean(true)), u"-"),
+        Case("Nothing", Variant(ObjectRef()), u"-"));
+    for (const auto& [what, index, expected] : cases) {
+        const Ref<UserProfileEntry> found = entries_->item(index);
+        EXPECT_EQ(found ? found->value() : u"-", expected) << what;
     }
-    EXPECT_EQ(automation::toObject(entries_->get(u"", u"width")), entries_->item(u"Width")) << "the default member";
+    EXPECT_EQ(toObject(entries_->get(u"", u"width")), entries_->item(u"Width")) << "the default member";
     EXPECT_EQ(errorOf([&] { entries_->call(u"RemoveItem", Variant(profile_)); }), errors::TypeMismatch);
     EXPECT_THAT(reports(), testing::IsEmpty());
 }

@@ -12,13 +12,9 @@ std::string relationships(std::initializer_list<std::pair<std::string_view, std:
     std::string xml = "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
     int number = 0;
     for (const auto& [type, target] : targets)
-        xml.append("<Relationship Id='rId" + std::to_string(++number) +
-                   "' Type='http://schemas.microsoft.com/visio/2010/")
-            .append("relationships/")
-            .append(type)
-            .append("' Target='")
-            .append(target)
-            .append("'/>");
+        xml += "<Relationship Id='rId" + std::to_string(++number) +
+               "' Type='http://schemas.microsoft.com/visio/2010/relationships/" + std::string(type) + "' Target='" +
+               std::string(target) + "'/>";
     return xml + "</Relationships>";
 }
 
@@ -92,23 +88,6 @@ std::vector<std::byte> zipped(const Parts& parts) {
     zip_source_close(source);
     zip_source_free(source);
     return bytes;
-}
-
-Parts unzipped(const std::filesystem::path& path) {
-    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY, nullptr);
-    if (archive == nullptr) throw std::runtime_error("no zip file: " + path.string());
-    Parts parts;
-    for (zip_uint64_t i = 0; i < static_cast<zip_uint64_t>(zip_get_num_entries(archive, 0)); ++i) {
-        zip_stat_t stat;
-        zip_stat_index(archive, i, 0, &stat);
-        std::string text(stat.size, '\0');
-        zip_file_t* file = zip_fopen_index(archive, i, 0);
-        zip_fread(file, text.data(), text.size());
-        zip_fclose(file);
-        parts.emplace(stat.name, std::move(text));
-    }
-    zip_discard(archive);
-    return parts;
 }
 
 } // namespace tarncom32::tests

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -27,8 +26,5 @@ void change(Parts& parts, const std::string& part, std::string_view from, std::s
 
 /// The parts as a zip file, packed.
 [[nodiscard]] std::vector<std::byte> zipped(const Parts& parts);
-
-/// The parts of a zip file.
-[[nodiscard]] Parts unzipped(const std::filesystem::path& path);
 
 } // namespace tarncom32::tests

@@ -2,8 +2,6 @@
 
 #include "automation/convert.h"
 
-#include <fstream>
-
 namespace tarncom32::tests {
 
 ObjectRef objectIn(const Variant& value) {
@@ -26,15 +24,6 @@ ObjectRef open(const ObjectRef& application, const String& path) {
     return objectIn(objectIn(application->get(u"Documents"))->call(u"Open", path));
 }
 
-std::string errorOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const automation::Error& error) {
-        return std::to_string(error.number()) + " " + automation::toUtf8(error.description());
-    }
-    return "";
-}
-
 ObjectRef BlankDrawing::square(const ObjectRef& in) const {
     return objectIn((in ? in : page)->call(u"DrawRectangle", 0, 0, 1, 1));
 }
@@ -45,14 +34,12 @@ ObjectRef BlankDrawing::group(const ObjectRef& in) const {
     return shape;
 }
 
-TemporaryFile::TemporaryFile(const std::string& content, const std::string& name) : path_(folder_.path() / name) {
-    std::ofstream(path_, std::ios::binary) << content;
-}
+TemporaryFile::TemporaryFile(const std::string& content, const std::string& name)
+    : path_(folder_.write(name, content)) {}
 
-TemporaryFile::TemporaryFile(const Parts& parts, const std::string& name) : path_(folder_.path() / name) {
+TemporaryFile::TemporaryFile(const Parts& parts, const std::string& name) {
     const std::vector<std::byte> bytes = zipped(parts);
-    std::ofstream(path_, std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    path_ = folder_.write(name, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
 }
 
 } // namespace tarncom32::tests

@@ -2,9 +2,10 @@
 
 #include "standin/application.h"
 #include "standin/drawing_package.h"
+#include "support/error_of.h"
 #include "support/temporary_folder.h"
 
-#include <functional>
+#include <gtest/gtest.h>
 
 namespace tarncom32::tests {
 
@@ -25,9 +26,6 @@ ObjectRef itemOf(const ObjectRef& object, StringView collection, const Variant& 
 /// The document of a file that is opened.
 ObjectRef open(const ObjectRef& application, const String& path);
 
-/// "number text" of the error that `action` raises; "" when it raises none.
-std::string errorOf(const std::function<void()>& action);
-
 /// An application with one blank drawing, and what is in it.
 struct BlankDrawing {
     Ref<standin::Application> application = standin::startApplication();
@@ -38,6 +36,11 @@ struct BlankDrawing {
     /// A unit square; on the page unless `in` is a group.
     ObjectRef square(const ObjectRef& in = nullptr) const;
     ObjectRef group(const ObjectRef& in = nullptr) const;
+};
+
+class DrawingTest : public testing::Test {
+protected:
+    BlankDrawing drawing;
 };
 
 /// A file in a folder of its own that goes at the end of the scope.

@@ -1,8 +1,6 @@
 #include "standin/host.h"
 #include "standin/object_model.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 namespace tarncom32::standin {
@@ -10,21 +8,20 @@ namespace {
 
 using namespace tests;
 
-TEST(ObjectModelDocuments, ABlankDrawingIsInNoFile) {
-    const BlankDrawing drawing;
-    const struct {
-        StringView member;
-        const char* value;
-    } cases[] = {{u"Name", "Drawing1"}, {u"FullName", "Drawing1"}, {u"Path", ""},
-                 {u"Template", ""},     {u"Index", "1"},           {u"Type", "1"},
-                 {u"ID", "1"},          {u"Saved", "True"}};
-    for (const auto& c : cases)
-        EXPECT_EQ(get(drawing.document, c.member), c.value) << automation::toUtf8(c.member);
+class ObjectModelDocuments : public DrawingTest {};
+
+TEST_F(ObjectModelDocuments, ABlankDrawingIsInNoFile) {
+    const std::pair<StringView, const char*> cases[] = {{u"Name", "Drawing1"}, {u"FullName", "Drawing1"},
+                                                        {u"Path", ""},         {u"Template", ""},
+                                                        {u"Index", "1"},       {u"Type", "1"},
+                                                        {u"ID", "1"},          {u"Saved", "True"}};
+    for (const auto& [member, value] : cases)
+        EXPECT_EQ(get(drawing.document, member), value) << automation::toUtf8(member);
     drawing.square();
     EXPECT_EQ(get(drawing.document, u"Saved"), "False");
 }
 
-TEST(ObjectModelDocuments, OpenedFilesAreFoundByPositionAndName) {
+TEST_F(ObjectModelDocuments, OpenedFilesAreFoundByPositionAndName) {
     const TemporaryFile file(smallDrawing(), "plan.vsdx");
     const auto application = startApplication();
     const ObjectRef documents = objectIn(application->get(u"Documents"));
@@ -47,7 +44,7 @@ TEST(ObjectModelDocuments, OpenedFilesAreFoundByPositionAndName) {
     EXPECT_EQ(get(documents, u"Count"), "2");
 }
 
-TEST(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
+TEST_F(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
     const auto application = startApplication();
     const ObjectRef documents = objectIn(application->get(u"Documents"));
     const TemporaryFile text("no drawing");
@@ -60,14 +57,14 @@ TEST(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
     } cases[] = {
         {u"/nowhere/at all.vsdx", "at all.vsdx"}, {text.path(), "drawing.vsdx"}, {incomplete.path(), "page1.xml"}};
     for (const auto& c : cases) {
-        const std::string error = errorOf([&] { documents->call(u"Open", c.path); });
+        const std::string error = failureOf([&] { documents->call(u"Open", c.path); });
         EXPECT_EQ(error.substr(0, 12), "-2032465765 ") << error;
         EXPECT_NE(error.find(c.says), std::string::npos) << error;
     }
     EXPECT_EQ(get(documents, u"Count"), "0");
 }
 
-TEST(ObjectModelDocuments, FileNamesThatAreNoTextAreNoTrouble) {
+TEST_F(ObjectModelDocuments, FileNamesThatAreNoTextAreNoTrouble) {
     const TemporaryFile file(smallDrawing(), "plan\xFF.vsdx");
     ApplicationOptions options;
     options.locate = [&](StringView) { return file.location(); };
@@ -75,19 +72,14 @@ TEST(ObjectModelDocuments, FileNamesThatAreNoTextAreNoTrouble) {
     const ObjectRef documents = objectIn(application->get(u"Documents"));
     EXPECT_EQ(textIn(objectIn(documents->call(u"Open", u"plan"))->get(u"Name")), "plan\uFFFD.vsdx");
     const ObjectRef elsewhere = objectIn(startApplication()->get(u"Documents"));
-    EXPECT_EQ(errorOf([&] { elsewhere->call(u"Open", String{u'/', 0xD800}); }).substr(0, 12), "-2032465765 ");
+    EXPECT_EQ(failureOf([&] { elsewhere->call(u"Open", String{u'/', 0xD800}); }).substr(0, 12), "-2032465765 ");
 }
 
-TEST(ObjectModelDocuments, WhatIsNotThereRaisesVisiosErrors) {
-    const BlankDrawing drawing;
+TEST_F(ObjectModelDocuments, WhatIsNotThereRaisesVisiosErrors) {
     const ObjectRef documents = objectIn(drawing.application->get(u"Documents"));
     const ObjectRef pages = objectIn(drawing.document->get(u"Pages"));
     const ObjectRef shape = drawing.square();
-    const struct {
-        const char* what;
-        std::function<void()> action;
-        const char* error;
-    } cases[] = {
+    const std::tuple<const char*, std::function<void()>, const char*> cases[] = {
         {"document 0", [&] { documents->call(u"Item", 0); }, "-2032465753 Invalid parameter"},
         {"page 2", [&] { pages->call(u"Item", 2); }, "-2032465753 Invalid parameter"},
         {"page by ID", [&] { pages->call(u"ItemFromID", 7); }, "-2032465756 Invalid sheet identifier"},
@@ -96,12 +88,11 @@ TEST(ObjectModelDocuments, WhatIsNotThereRaisesVisiosErrors) {
         {"shape by ID", [&] { drawing.shapes()->call(u"ItemFromID", -1); }, "-2032465756 Invalid sheet identifier"},
         {"cell", [&] { shape->get(u"Cells", u"User.Version"); }, "-2032466967 Unexpected end of file"},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(errorOf(c.action), c.error) << c.what;
+    for (const auto& [what, action, error] : cases)
+        EXPECT_EQ(failureOf(action), error) << what;
 }
 
-TEST(ObjectModelDocuments, ObjectsOutliveTheirDocument) {
-    BlankDrawing drawing;
+TEST_F(ObjectModelDocuments, ObjectsOutliveTheirDocument) {
     const ObjectRef shape = drawing.square();
     const ObjectRef cell = objectIn(shape->get(u"Cells", u"Width"));
     const ObjectRef shapes = drawing.shapes();
@@ -117,11 +108,10 @@ TEST(ObjectModelDocuments, ObjectsOutliveTheirDocument) {
                                              [&] { drawing.page->get(u"Name"); },
                                              [&] { drawing.document->call(u"Close"); }};
     for (const auto& action : actions)
-        EXPECT_EQ(errorOf(action), closed);
+        EXPECT_EQ(failureOf(action), closed);
 }
 
-TEST(ObjectModelDocuments, PagesKeepTheirOrderAndNames) {
-    const BlankDrawing drawing;
+TEST_F(ObjectModelDocuments, PagesKeepTheirOrderAndNames) {
     const ObjectRef pages = objectIn(drawing.document->get(u"Pages"));
     const ObjectRef second = objectIn(pages->call(u"Add"));
     const ObjectRef third = objectIn(pages->call(u"Add"));
@@ -130,29 +120,29 @@ TEST(ObjectModelDocuments, PagesKeepTheirOrderAndNames) {
     second->put(u"Name", u"Grundriss");
     EXPECT_EQ(get(second, u"NameU"), "Plan");
     EXPECT_EQ(objectIn(pages->call(u"ItemU", u"plan")), second);
-    EXPECT_EQ(errorOf([&] { third->put(u"Name", u"Grundriss"); }),
+    EXPECT_EQ(failureOf([&] { third->put(u"Name", u"Grundriss"); }),
               "-2147024809 The name 'Grundriss' is already in use.");
     drawing.page->call(u"Delete", 1);
     EXPECT_EQ(get(third, u"Index") + " " + get(third, u"Name"), "2 Page-2");
-    EXPECT_EQ(errorOf([&] { drawing.page->get(u"Shapes"); }),
+    EXPECT_EQ(failureOf([&] { drawing.page->get(u"Shapes"); }),
               "-2032465763 Inappropriate source object for this action (the page has been deleted)");
 }
 
 TEST(ObjectModelHost, RunsApplicationsUntilTheyQuit) {
     Host host;
-    EXPECT_EQ(errorOf([&] { host.attach(u"Visio.Application"); }).substr(0, 4), "429 ");
+    EXPECT_EQ(failureOf([&] { host.attach(u"Visio.Application"); }).substr(0, 4), "429 ");
     const auto first = host.startApplication({.version = u"11.5"});
     const ObjectRef second = host.start(u"tarnvisiostandin.application.1");
     EXPECT_EQ(host.attach(u"visio.application"), ObjectRef(first));
     EXPECT_EQ(get(first, u"Version"), "11.5");
     for (const StringView other : {u"Visio.Application.", u"Visio.Applications", u"Word.Application", u""})
-        EXPECT_EQ(errorOf([&] { host.start(other); }).substr(0, 4), "429 ") << automation::toUtf8(other);
+        EXPECT_EQ(failureOf([&] { host.start(other); }).substr(0, 4), "429 ") << automation::toUtf8(other);
 
     const ObjectRef document = objectIn(objectIn(first->get(u"Documents"))->call(u"Add", u""));
     first->call(u"Quit");
     EXPECT_EQ(host.attach(u"Visio.Application"), second);
-    EXPECT_NE(errorOf([&] { document->get(u"Name"); }), "");
-    EXPECT_NE(errorOf([&] { first->get(u"Documents"); }), "");
+    EXPECT_NE(failureOf([&] { document->get(u"Name"); }), "");
+    EXPECT_NE(failureOf([&] { first->get(u"Documents"); }), "");
 }
 
 } // namespace

@@ -1,12 +1,13 @@
 #include "automation/collection.h"
 #include "standin/object_model.h"
 
-#include <gtest/gtest.h>
-
 namespace tarncom32::standin {
 namespace {
 
 using namespace tests;
+
+class ObjectModelMasters : public DrawingTest {};
+
 /// A master "PC" with cells, text and two sub-shapes, and three instances of it: 1 has nothing of its own but what it
 /// says about rows, 10 spells out one sub-shape and deletes the other, 20 has its own text and sections.
 Parts drawingWithInstances() {
@@ -28,18 +29,11 @@ Parts drawingWithInstances() {
     return parts;
 }
 
-TEST(ObjectModelMasters, CellsAreInherited) {
+TEST_F(ObjectModelMasters, CellsAreInherited) {
     const TemporaryFile file(drawingWithInstances());
     const auto application = startApplication();
     const ObjectRef page = objectIn(objectIn(open(application, file.path())->get(u"Pages"))->call(u"Item", 1));
-    const struct {
-        StringView shape;
-        StringView cell;
-        int local;
-        int exists;
-        const char* formula;
-        const char* result;
-    } cases[] = {
+    const std::tuple<StringView, StringView, int, int, const char*, const char*> cases[] = {
         {u"Sheet.1", u"Width", 0, -1, "25.4 mm", "25.4 mm"},
         {u"Sheet.1", u"EventDrop", 0, -1, "RUNADDON(\"x\")", "0"},
         {u"Sheet.1", u"User.Cost", 0, -1, "1+2", "7"}, // inherited formula, the instance's own result
@@ -55,16 +49,16 @@ TEST(ObjectModelMasters, CellsAreInherited) {
         {u"Mine", u"Prop.Owner", -1, -1, "\"me\"", "me"},
         {u"Mine", u"Prop.Owner.Label", 0, -1, "\"Owned by\"", "Owned by"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(automation::toUtf8(c.shape) + " " + automation::toUtf8(c.cell));
-        const ObjectRef shape = itemOf(page, u"Shapes", c.shape);
-        EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 1)), std::to_string(c.local));
-        EXPECT_EQ(textIn(shape->get(u"CellExists", c.cell, 0)), std::to_string(c.exists));
-        if (!c.exists) continue;
-        const ObjectRef cell = objectIn(shape->get(u"Cells", c.cell));
-        EXPECT_EQ(get(cell, u"Formula"), c.formula);
-        EXPECT_EQ(textIn(cell->get(u"ResultStr", 0)), c.result);
-        EXPECT_EQ(get(cell, u"IsInherited"), c.local ? "0" : "-1");
+    for (const auto& [shapeName, cellName, local, exists, formula, result] : cases) {
+        SCOPED_TRACE(automation::toUtf8(shapeName) + " " + automation::toUtf8(cellName));
+        const ObjectRef shape = itemOf(page, u"Shapes", shapeName);
+        EXPECT_EQ(textIn(shape->get(u"CellExists", cellName, 1)), std::to_string(local));
+        EXPECT_EQ(textIn(shape->get(u"CellExists", cellName, 0)), std::to_string(exists));
+        if (!exists) continue;
+        const ObjectRef cell = objectIn(shape->get(u"Cells", cellName));
+        EXPECT_EQ(get(cell, u"Formula"), formula);
+        EXPECT_EQ(textIn(cell->get(u"ResultStr", 0)), result);
+        EXPECT_EQ(get(cell, u"IsInherited"), local ? "0" : "-1");
     }
     const ObjectRef tenth = objectIn(objectIn(page->get(u"Shapes"))->call(u"ItemFromID", 10));
     EXPECT_EQ(textIn(tenth->get(u"CellExistsU", u"User.Klasse", 0)), "0") << "universal names only";
@@ -80,7 +74,7 @@ TEST(ObjectModelMasters, CellsAreInherited) {
     EXPECT_EQ(textIn(objectIn(prototype->get(u"CellsU", u"User.Class"))->get(u"ResultStr", 0)), "Node");
 }
 
-TEST(ObjectModelMasters, SubShapesAndTextsAreInherited) {
+TEST_F(ObjectModelMasters, SubShapesAndTextsAreInherited) {
     const TemporaryFile file(drawingWithInstances());
     const auto application = startApplication();
     const ObjectRef document = open(application, file.path());
@@ -102,7 +96,7 @@ TEST(ObjectModelMasters, SubShapesAndTextsAreInherited) {
     EXPECT_EQ(objectIn(instance->get(u"ContainingMaster")), desk);
 }
 
-TEST(ObjectModelMasters, InstancesThatMultiplyAreRefused) {
+TEST_F(ObjectModelMasters, InstancesThatMultiplyAreRefused) {
     Parts parts = smallDrawing();
     std::string instances;
     for (int id = 1; id <= 50; ++id)
@@ -112,7 +106,7 @@ TEST(ObjectModelMasters, InstancesThatMultiplyAreRefused) {
     const auto open = [&](std::size_t limit) {
         ApplicationOptions options;
         options.limits.maxShapes = limit;
-        return errorOf([&] { objectIn(startApplication(options)->get(u"Documents"))->call(u"Open", file.path()); });
+        return failureOf([&] { objectIn(startApplication(options)->get(u"Documents"))->call(u"Open", file.path()); });
     };
     EXPECT_EQ(open(200), "");
     EXPECT_NE(open(60).find("page1.xml"), std::string::npos) << open(60);
@@ -146,19 +140,18 @@ Parts drawingWithChain(int masters) {
     return parts;
 }
 
-TEST(ObjectModelMasters, InstancesThatNestGroupsTooDeeplyAreRefused) {
+TEST_F(ObjectModelMasters, InstancesThatNestGroupsTooDeeplyAreRefused) {
     const auto application = startApplication();
     const ObjectRef documents = objectIn(application->get(u"Documents"));
     const auto open = [&](int masters) {
         const TemporaryFile file(drawingWithChain(masters));
-        return errorOf([&] { documents->call(u"Open", file.path()); });
+        return failureOf([&] { documents->call(u"Open", file.path()); });
     };
     EXPECT_EQ(open(5), "");
     const std::string error = open(6);
     EXPECT_NE(error.find("master6.xml"), std::string::npos) << error;
     EXPECT_NE(error.find("too deeply"), std::string::npos) << error;
 
-    const BlankDrawing drawing;
     const ObjectRef master = objectIn(objectIn(drawing.document->get(u"Masters"))->call(u"Add"));
     drawing.square(drawing.group(master));
     ObjectRef innermost;
@@ -166,17 +159,16 @@ TEST(ObjectModelMasters, InstancesThatNestGroupsTooDeeplyAreRefused) {
         innermost = drawing.group(innermost);
     const std::string tooDeep =
         "-2032465766 Requested operation is presently disabled (the groups are nested too deeply)";
-    EXPECT_EQ(errorOf([&] { innermost->call(u"Drop", master, 0, 0); }), tooDeep);
+    EXPECT_EQ(failureOf([&] { innermost->call(u"Drop", master, 0, 0); }), tooDeep);
     innermost = drawing.group(innermost);
-    EXPECT_EQ(errorOf([&] { drawing.square(innermost); }), tooDeep);
+    EXPECT_EQ(failureOf([&] { drawing.square(innermost); }), tooDeep);
 }
 
-TEST(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
-    const BlankDrawing drawing;
+TEST_F(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
     const ObjectRef master = objectIn(objectIn(drawing.document->get(u"Masters"))->call(u"Add"));
     master->put(u"Name", u"Router");
     const auto drop = [&] { return objectIn(drawing.page->call(u"Drop", master, 2, 3)); };
-    EXPECT_EQ(errorOf([&] { drop(); }),
+    EXPECT_EQ(failureOf([&] { drop(); }),
               "-2032465762 Inappropriate target object for this action (the master has no shape)");
     const ObjectRef group = drawing.group(master);
     drawing.square(group)->put(u"Text", u"port");
@@ -191,9 +183,9 @@ TEST(ObjectModelMasters, DroppedInstancesHaveWhatTheMasterHas) {
     EXPECT_EQ(textIn(objectIn(second->get(u"Cells", u"User.Application"))->get(u"ResultStr", 0)), "net");
     const ObjectRef port = itemOf(second, u"Shapes", 1);
     EXPECT_EQ(get(port, u"Text") + " " + get(port, u"NameID"), "port Sheet.4");
-    EXPECT_EQ(errorOf([&] { master->call(u"Drop", master, 0, 0); }),
+    EXPECT_EQ(failureOf([&] { master->call(u"Drop", master, 0, 0); }),
               "-2032465762 Inappropriate target object for this action (a master cannot contain itself)");
-    EXPECT_NE(errorOf([&] { drawing.page->call(u"Drop", BlankDrawing().page, 0, 0); }), "");
+    EXPECT_NE(failureOf([&] { drawing.page->call(u"Drop", BlankDrawing().page, 0, 0); }), "");
 }
 
 } // namespace

@@ -15,13 +15,13 @@ std::int32_t errorOf(Body&& body) {
     return 0;
 }
 
-/// The description of that error.
+/// The number and the description of that error, as "5 Invalid procedure call or argument"; "" when there is none.
 template <class Body>
-automation::String errorTextOf(Body&& body) {
+std::string failureOf(Body&& body) {
     try {
         body();
     } catch (const automation::Error& error) {
-        return error.description();
+        return std::to_string(error.number()) + " " + automation::toUtf8(error.description());
     }
     return {};
 }

@@ -1,7 +1,6 @@
 #include "automation/object.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace {
 

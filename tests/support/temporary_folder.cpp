@@ -1,5 +1,7 @@
 #include "support/temporary_folder.h"
 
+#include <fstream>
+#include <iterator>
 #include <random>
 #include <stdexcept>
 
@@ -19,6 +21,17 @@ TemporaryFolder::TemporaryFolder() {
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
+}
+
+fs::path TemporaryFolder::write(const fs::path& name, std::string_view bytes) const {
+    fs::create_directories((path_ / name).parent_path());
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
+    return path_ / name;
+}
+
+std::string TemporaryFolder::read(const fs::path& name) const {
+    std::ifstream file(path_ / name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 } // namespace tarncom32::tests

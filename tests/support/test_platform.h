@@ -5,6 +5,7 @@
 #include "platform/portable/windows_1252.h"
 #include "support/test_registry.h"
 
+#include <memory>
 #include <vector>
 
 namespace tarncom32::tests {
@@ -24,24 +25,34 @@ public:
         return answer;
     }
 
+    /// The first lines of what was shown.
+    std::vector<std::string> headings() const {
+        std::vector<std::string> lines;
+        for (const Shown& box : shown)
+            lines.push_back(automation::toUtf8(box.text.substr(0, box.text.find(u'\r'))));
+        return lines;
+    }
+
     std::vector<Shown> shown;
     platform::MessageAnswer answer = platform::MessageAnswer::Ok;
 };
 
-/// Surroundings in which nothing happens but what the test does.
-struct TestPlatform {
-    TestPlatform() : TestPlatform(noApplications) {}
+/// Surroundings in which nothing happens but what the test does; `Files` are the only files there.
+template <class Files>
+struct PlatformWith {
+    PlatformWith() : PlatformWith(noApplications) {}
     /// With applications to attach to, which must outlive it.
-    explicit TestPlatform(platform::RunningApplications& running) : applications(running) {}
+    explicit PlatformWith(platform::RunningApplications& running) : applications(running) {}
 
     RecordingMessageBox messageBox;
     platform::NoApplications noApplications;
     platform::RunningApplications& applications;
     platform::portable::Windows1252 codePage;
-    TestRegistry registry;
-    platform::NoFiles files;
-    platform::Platform platform{messageBox, applications, codePage, registry, files.ports()};
+    std::shared_ptr<platform::Registry> registry = testRegistry();
+    Files files;
+    platform::Platform platform{messageBox, applications, codePage, *registry, files.ports()};
 };
+using TestPlatform = PlatformWith<platform::NoFiles>;
 
 /// The same surroundings with another registry.
 inline platform::Platform withRegistry(const platform::Platform& surroundings, platform::Registry& registry) {

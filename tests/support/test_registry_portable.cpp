@@ -5,27 +5,14 @@
 
 namespace tarncom32::tests {
 
-struct TestRegistry::Parts {
-    TemporaryFolder folder;
-    platform::portable::Windows1252 codePage;
-    platform::portable::SqliteRegistry registry{folder.path() / "registry.sqlite", codePage};
-};
-
-TestRegistry::TestRegistry() = default;
-TestRegistry::~TestRegistry() = default;
-
-TestRegistry::Parts& TestRegistry::parts() {
-    if (!parts_) parts_ = std::make_unique<Parts>();
-    return *parts_;
-}
-
-std::unique_ptr<platform::RegistryKey> TestRegistry::open(std::int32_t root, std::string_view path,
-                                                          platform::RegistryAccess access) {
-    return parts().registry.open(root, path, access);
-}
-
-std::unique_ptr<platform::RegistryKey> TestRegistry::create(std::int32_t root, std::string_view path) {
-    return parts().registry.create(root, path);
+std::shared_ptr<platform::Registry> testRegistry() {
+    struct Parts {
+        TemporaryFolder folder;
+        platform::portable::Windows1252 codePage;
+        platform::portable::SqliteRegistry registry{folder.path() / "registry.sqlite", codePage};
+    };
+    const auto parts = std::make_shared<Parts>();
+    return {parts, &parts->registry};
 }
 
 automation::String testKey() {

@@ -1,23 +1,14 @@
 #include "visio/addon_string.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace tarncom32::visio {
 namespace {
 
 using automation::StringView;
 
-struct FieldCase {
-    StringView text;
-    std::int16_t document;
-    std::int16_t page;
-    StringView shape;
-    bool universal;
-    StringView others;
-};
-
 TEST(AddonString, Fields) {
-    const FieldCase cases[] = {
+    const std::tuple<StringView, std::int16_t, std::int16_t, StringView, bool, StringView> cases[] = {
         {u"/doc=2 /page=3 /shape=Sheet.5 extra", 2, 3, u"Sheet.5", false, u"extra "},
         {u"/shapeu=Box /doc=1 /page=1", 1, 1, u"Box", true, u""},
         {u"", 0, 0, u"", false, u""},
@@ -37,15 +28,9 @@ TEST(AddonString, Fields) {
         {u"/shape=", 0, 0, u"", false, u""},
         {u"/shape=two words", 0, 0, u"two", false, u"words "},
     };
-    for (const FieldCase& c : cases) {
-        SCOPED_TRACE(automation::toUtf8(c.text));
-        const AddonString addon = parseAddonString(c.text);
-        EXPECT_EQ(addon.document, c.document);
-        EXPECT_EQ(addon.page, c.page);
-        EXPECT_EQ(addon.shape, c.shape);
-        EXPECT_EQ(addon.shapeIsUniversalName, c.universal);
-        EXPECT_EQ(addon.others, c.others);
-    }
+    for (const auto& [text, document, page, shape, universal, others] : cases)
+        EXPECT_THAT(parseAddonString(text), testing::FieldsAre(document, page, shape, universal, others))
+            << automation::toUtf8(text);
 }
 
 } // namespace

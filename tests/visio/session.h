@@ -3,36 +3,32 @@
 #include "automation/collection.h"
 #include "automation/convert.h"
 #include "standin/host.h"
+#include "support/error_of.h"
 #include "support/test_platform.h"
 #include "visio/visio_functions.h"
 
+#include <gmock/gmock.h>
+
 namespace tarncom32::visio::tests {
 
-using automation::Access;
-using automation::Boolean;
-using automation::Collection;
-using automation::ObjectRef;
-using automation::Ref;
-using automation::String;
-using automation::StringView;
-using automation::Variant;
-using tarncom32::tests::TestPlatform;
+using namespace automation;
+using tarncom32::tests::errorOf;
 
 inline ObjectRef object(const Variant& value) {
-    return automation::toObject(value);
+    return toObject(value);
 }
 inline String text(const Variant& value) {
-    return automation::toText(value);
+    return toText(value);
 }
 
 /// A running stand-in and the class under test.
 struct Session {
     standin::Host host;
-    TestPlatform surroundings{host};
-    Ref<VisioFunctions> functions = automation::make<VisioFunctions>(surroundings.platform);
+    tarncom32::tests::TestPlatform surroundings{host};
+    Ref<VisioFunctions> functions = make<VisioFunctions>(surroundings.platform);
 
     std::vector<tarncom32::tests::RecordingMessageBox::Shown>& shown() { return surroundings.messageBox.shown; }
-
+    std::vector<std::string> reports() const { return surroundings.messageBox.headings(); }
     ObjectRef startVisio() { return host.start(u"Visio.Application"); }
     /// A new drawing, with one empty page, in `visio`.
     static ObjectRef newDrawing(const ObjectRef& visio) {
@@ -58,5 +54,7 @@ struct Session {
         object(sheet->get(u"Cells", u"User." + String(row)))->put(u"Formula", formula);
     }
 };
+
+class SessionTest : public testing::Test, protected Session {};
 
 } // namespace tarncom32::visio::tests
