@@ -13,18 +13,22 @@ namespace tarncom32::com::testing {
 namespace {
 
 constexpr Guid kInterface = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d111"_guid;
+constexpr Guid kEvents = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d113"_guid;
 constexpr Guid kLibrary = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d112"_guid;
 
 const String kDllPath = u"C:\\" + String(300, u'\u00e4') + u"\\\u4e2d.dll";
 
-/// A type library in memory with one interface.
+/// A type library in memory with a dual interface and one for events.
 ComPtr<ITypeLib> makeTypeLibrary() {
     ComPtr<ICreateTypeLib2> library;
     EXPECT_EQ(CreateTypeLib2(sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32, L"probe.tlb", library.put()), S_OK);
-    ComPtr<ICreateTypeInfo> type;
-    wchar_t name[] = L"_Probe";
-    EXPECT_EQ(library->CreateTypeInfo(name, TKIND_DISPATCH, type.put()), S_OK);
-    EXPECT_EQ(type->SetGuid(toGuid(kInterface)), S_OK);
+    for (const bool dual : {true, false}) {
+        ComPtr<ICreateTypeInfo> type;
+        wchar_t name[] = L"__Probe";
+        EXPECT_EQ(library->CreateTypeInfo(dual ? name + 1 : name, TKIND_DISPATCH, type.put()), S_OK);
+        EXPECT_EQ(type->SetGuid(toGuid(dual ? kInterface : kEvents)), S_OK);
+        EXPECT_EQ(type->SetTypeFlags(dual ? TYPEFLAG_FDUAL | TYPEFLAG_FOLEAUTOMATION : 0), S_OK);
+    }
     return query<ITypeLib>(library.get(), IID_ITypeLib);
 }
 
@@ -44,10 +48,11 @@ protected:
 
     static String clsidKey() { return u"CLSID\\" + guidText(Probe::describe().clsid); }
     static String interfaceKey() { return u"Interface\\" + guidText(kInterface); }
+    static String eventsKey() { return u"Interface\\" + guidText(kEvents); }
     static String libraryKey() { return u"TypeLib\\" + guidText(kLibrary); }
     /// Where the entries of each kind stand.
     static std::vector<String> roots() {
-        return {u"TarnProbe.Probe", u"TarnProbe.Probe.1", clsidKey(), interfaceKey(), libraryKey()};
+        return {u"TarnProbe.Probe", u"TarnProbe.Probe.1", clsidKey(), interfaceKey(), eventsKey(), libraryKey()};
     }
 
     static inline const Server server_{
@@ -75,6 +80,7 @@ TEST_F(RegistrationTest, WritesWhatComLooksForAndRemovesAllOfIt) {
         {interfaceKey(), u"_Probe"},
         {interfaceKey() + u"\\ProxyStubClsid32", u"{00020424-0000-0000-C000-000000000046}"},
         {interfaceKey() + u"\\TypeLib", guidText(kLibrary)},
+        {eventsKey() + u"\\ProxyStubClsid32", u"{00020420-0000-0000-C000-000000000046}"},
         {libraryKey() + u"\\1.0", u"Probe library"},
         {libraryKey() + (sizeof(void*) == 8 ? u"\\1.0\\0\\win64" : u"\\1.0\\0\\win32"), kDllPath},
     };

@@ -14,13 +14,15 @@ namespace {
 
 constexpr StringView kClasses = u"Software\\Classes\\";
 constexpr StringView kVersion = u"1.0";
-/// The system's marshaler of interfaces that a type library describes.
+/// The system's marshalers: of interfaces that a type library describes, and of those that are IDispatch alone.
 constexpr StringView kTypeLibraryMarshaler = u"{00020424-0000-0000-C000-000000000046}";
+constexpr StringView kDispatchMarshaler = u"{00020420-0000-0000-C000-000000000046}";
 
 /// An interface of the type library, as its key names it.
 struct InterfaceEntry {
     String name;
     String iid;
+    StringView marshaler;
 };
 
 String textOf(REFGUID guid) {
@@ -41,7 +43,9 @@ std::vector<InterfaceEntry> interfacesOf(ITypeLib& library) {
             FAILED(library.GetTypeInfo(i, type.put())) || FAILED(type->GetTypeAttr(&attributes)))
             continue;
         library.GetDocumentation(static_cast<INT>(i), name.put(), nullptr, nullptr, nullptr);
-        entries.push_back({String(viewOfBstr(name.get())), textOf(attributes->guid)});
+        const bool hasVtable = kind == TKIND_INTERFACE || attributes->wTypeFlags & TYPEFLAG_FDUAL;
+        entries.push_back({String(viewOfBstr(name.get())), textOf(attributes->guid),
+                           hasVtable ? kTypeLibraryMarshaler : kDispatchMarshaler});
         type->ReleaseTypeAttr(attributes);
     }
     return entries;
@@ -120,7 +124,7 @@ void Registration::addTo(HKEY hive) const {
     for (const InterfaceEntry& entry : interfacesOf(*library_.get())) {
         const String key = u"Interface\\" + entry.iid;
         write(hive, key, view_, entry.name);
-        write(hive, key + u"\\ProxyStubClsid32", view_, kTypeLibraryMarshaler);
+        write(hive, key + u"\\ProxyStubClsid32", view_, entry.marshaler);
         write(hive, key + u"\\TypeLib", view_, library);
         RegistryKey::create(hive, String(kClasses) + key + u"\\TypeLib", view_).set(u"Version", kVersion);
     }
