@@ -82,11 +82,15 @@ Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> 
     auto& object = static_cast<typename Traits::Class&>(self);
     typename PackOf<typename Traits::Parameters>::type slots(member, arguments);
     return slots.apply([&](auto&&... values) -> Variant {
-        if constexpr (std::is_void_v<typename Traits::Result>) {
-            (object.*Member)(std::forward<decltype(values)>(values)...);
-            return {};
-        } else {
-            return Variant((object.*Member)(std::forward<decltype(values)>(values)...));
+        try {
+            if constexpr (std::is_void_v<typename Traits::Result>) {
+                (object.*Member)(std::forward<decltype(values)>(values)...);
+                return {};
+            } else {
+                return Variant((object.*Member)(std::forward<decltype(values)>(values)...));
+            }
+        } catch (const ArgumentError& error) {
+            throw Error(error); // of a call that the member made: these arguments are not to blame
         }
     });
 }

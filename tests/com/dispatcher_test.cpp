@@ -1,11 +1,25 @@
+#include "com/bridge/enumerator.h"
 #include "com/com_fixture.h"
 
 namespace tarncom32::com::testing {
 
 namespace {
 
+/// A class whose member calls another object in a way that this refuses.
+class Caller final : public Described<Caller> {
+public:
+    static constexpr StringView kClassName = u"Caller";
+    static const ClassInfo& describe() {
+        static const ClassInfo info(kClassName, u"Calls.", {}, "11df5a7c-390b-46e1-a2e3-3d16903059b6"_guid,
+                                    {member::method<&Caller::call>(1, u"Call", {in(u"oList")}, u"Calls.")});
+        return info;
+    }
+    Variant call(const ObjectRef& list) { return list->call(u"Item"); }
+};
+
 class Dispatcher : public ComTest {
 protected:
+    static constexpr WORD kPutEither = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
     static VARIANT wholeNumber(LONG number) {
         VARIANT value{};
         value.vt = VT_I4;
@@ -88,9 +102,14 @@ TEST_F(Dispatcher, AnswersWrongCallsAsDocumented) {
         EXPECT_EQ(outcome.result, c.result) << toUtf8(viewOf(c.name));
         EXPECT_EQ(outcome.badArgument, c.badArgument) << toUtf8(viewOf(c.name));
     }
-    VARIANT strange{};
-    strange.vt = 77;
-    EXPECT_EQ(invoke(face.get(), 8, DISPATCH_METHOD, {&strange, 1}).result, DISP_E_BADVARTYPE);
+    for (const int type : {77, VT_VECTOR | VT_I4}) {
+        VARIANT strange{};
+        strange.vt = static_cast<VARTYPE>(type);
+        EXPECT_EQ(invoke(face.get(), 8, DISPATCH_METHOD, {&strange, 1}).result, DISP_E_BADVARTYPE) << type;
+    }
+    VARIANT nowhere{};
+    nowhere.vt = VT_BYREF | VT_VARIANT;
+    EXPECT_EQ(invoke(face.get(), 17, kPutEither, {&nowhere, 1}, {DISPID_PROPERTYPUT}).result, DISP_E_TYPEMISMATCH);
     SAFEARRAYBOUND bounds[2] = {{2, 0}, {2, 0}};
     OwnedVariant grid;
     grid.vt = VT_ARRAY | VT_VARIANT;
@@ -128,10 +147,9 @@ TEST_F(Dispatcher, ReachesDefaultMembersAndProperties) {
 
     EXPECT_EQ(call(face.get(), L"Name", {u"new"}, DISPATCH_PROPERTYPUT).result, S_OK);
     EXPECT_EQ(call(face.get(), L"Name").value, Variant(u"new"));
-    for (const int flags :
-         {DISPATCH_PROPERTYPUTREF, DISPATCH_PROPERTYPUT, DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF}) {
+    for (const WORD flags : {WORD{DISPATCH_PROPERTYPUTREF}, WORD{DISPATCH_PROPERTYPUT}, kPutEither}) {
         probe->setOwner({});
-        EXPECT_EQ(call(face.get(), L"Owner", {probe->items_}, static_cast<WORD>(flags)).result, S_OK);
+        EXPECT_EQ(call(face.get(), L"Owner", {probe->items_}, flags).result, S_OK);
         EXPECT_EQ(probe->owner(), ObjectRef(probe->items_));
     }
 }
@@ -144,6 +162,10 @@ TEST_F(Dispatcher, TellsFailuresWithNumberDescriptionAndSource) {
     EXPECT_TRUE(outcome.sourceIsOurs);
     const Outcome foreign = call(face.get(), L"Fail", {static_cast<std::int32_t>(0x86DB0ABC)});
     EXPECT_EQ(foreign.error.number(), static_cast<std::int32_t>(0x86DB0ABC)) << "an HRESULT passes unchanged";
+    ComPtr<IDispatch> caller;
+    *caller.put() = exportObject(make<Caller>());
+    EXPECT_EQ(com::testing::call(caller.get(), L"Call", {probe->items_}).error.number(), errors::ArgumentNotOptional)
+        << "it is the member's own call that lacks an argument";
     VARIANT number = wholeNumber(5);
     DISPPARAMS parameters{&number, nullptr, 1, 0};
     EXPECT_EQ(face->Invoke(18, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
@@ -176,6 +198,26 @@ TEST_F(Dispatcher, WalksTheItems) {
     EXPECT_EQ(copy->Next(1, &item, nullptr), S_OK);
     EXPECT_EQ(fromVariant(item), Variant(u"y"));
     EXPECT_EQ(walk->Skip(2), S_FALSE);
+}
+
+TEST_F(Dispatcher, GivesNoItemsOfAWalkThatFails) {
+    struct Failing final : Enumerator {
+        explicit Failing(ObjectRef item) : first(std::move(item)) {}
+        bool next(Variant& item) override {
+            if (!first) throw Error(errors::SubscriptOutOfRange);
+            item = std::exchange(first, {});
+            return true;
+        }
+        std::unique_ptr<Enumerator> clone() const override { return std::make_unique<Failing>(first); }
+        ObjectRef first;
+    };
+    ComPtr<IEnumVARIANT> walk;
+    *walk.put() = exportEnumerator(std::make_unique<Failing>(make<Collection>()));
+    VARIANT items[2]{};
+    ULONG fetched = 77;
+    EXPECT_EQ(walk->Next(2, items, &fetched), static_cast<HRESULT>(0x800A0009));
+    EXPECT_EQ(fetched, 0u);
+    EXPECT_EQ(items[0].vt, VT_EMPTY) << "nobody would free it";
 }
 
 } // namespace

@@ -83,6 +83,35 @@ TEST_F(Objects, KeepTheirIdentityOnTheWayThereAndBack) {
     EXPECT_EQ(outcome.value, Variant(first));
 }
 
+TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
+    /// Without late binding.
+    struct Bare final : Unknown<IServiceProvider> {
+        HRESULT STDMETHODCALLTYPE QueryService(REFGUID, REFIID, void**) override { return E_NOTIMPL; }
+    };
+    ComPtr<IUnknown> bare;
+    *bare.put() = new Bare;
+    OwnedVariant value;
+    initVariant(value, Variant(importObject(bare.get())));
+    EXPECT_EQ(value.vt, VT_UNKNOWN);
+    EXPECT_EQ(value.punkVal, bare.get());
+    VARIANT reference{};
+    IDispatch* lateBound = nullptr;
+    reference.vt = VT_BYREF | VT_DISPATCH;
+    reference.ppdispVal = &lateBound;
+    EXPECT_EQ(assignVariant(reference, fromVariant(value)), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(lateBound, nullptr);
+
+    ComPtr<IUnknown> held;
+    reference.vt = VT_BYREF | VT_UNKNOWN;
+    reference.ppunkVal = held.put();
+    face->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(reference.ppunkVal));
+    const IUnknown* before = held.get();
+    EXPECT_EQ(assignVariant(reference, Variant(probe)), S_OK);
+    EXPECT_EQ(held.get(), before) << "the variable still holds the same object";
+    EXPECT_EQ(assignVariant(reference, Variant(probe->items_)), S_OK);
+    EXPECT_NE(held.get(), before);
+}
+
 TEST_F(Objects, LookUpEachNameOnce) {
     const ObjectRef object = importObject(holder.get());
     for (int i = 0; i < 3; ++i) {

@@ -151,6 +151,21 @@ TEST_F(Vtable, AndLateBindingFillArraysWhereTheyStand) {
     EXPECT_EQ(lastError(), descriptionOf(errors::TypeMismatch));
 }
 
+TEST(Arrays, OfAVariableKeepTheirTypeAndFixedSize) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_I4, 3, 2);
+    VARIANT reference{};
+    reference.vt = VT_BYREF | VT_ARRAY | VT_I4;
+    reference.pparray = &array;
+    EXPECT_EQ(assignVariant(reference, Array(VariantType::String, 5, std::vector<Variant>{u"7"})), S_OK);
+    EXPECT_EQ(fromVariant(reference), Variant(Array(VariantType::Long, 5, std::vector<Variant>{7})));
+    EXPECT_EQ(assignVariant(reference, Array(VariantType::String, 5, std::vector<Variant>{u"x"})), DISP_E_TYPEMISMATCH);
+    array->fFeatures |= FADF_FIXEDSIZE;
+    const SAFEARRAY* before = array;
+    EXPECT_EQ(assignVariant(reference, Array(VariantType::Long, 5, 2)), DISP_E_ARRAYISLOCKED);
+    EXPECT_EQ(array, before);
+    SafeArrayDestroy(array);
+}
+
 TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
     VARIANT missing{};
     missing.vt = VT_ERROR;

@@ -44,8 +44,11 @@ public:
     }
     HRESULT STDMETHODCALLTYPE Clone(Interface** copy) override {
         if (!copy) return E_POINTER;
-        *copy = new (std::nothrow) ListWalk(items_, position_);
-        return *copy ? S_OK : E_OUTOFMEMORY;
+        *copy = nullptr;
+        return fenced([&] {
+            *copy = new ListWalk(items_, position_);
+            return S_OK;
+        });
     }
 
 private:
@@ -118,21 +121,26 @@ public:
         ComPtr<IDispatch> listener = query<IDispatch>(sink, sourceIid());
         if (!listener) listener = query<IDispatch>(sink, IID_IDispatch);
         if (!listener) return CONNECT_E_CANNOTCONNECT;
-        *cookie = object_->events()->advise(ForeignSink{std::move(listener)});
-        return S_OK;
+        return fenced([&] {
+            *cookie = object_->events()->advise(ForeignSink{std::move(listener)});
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
         return object_->events()->unadvise(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
     }
     HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override {
         if (!connections) return E_POINTER;
-        std::vector<ConnectionItem> items;
-        for (const auto& listener : object_->events()->listeners())
-            if (const auto* foreign = listener.sink.target<ForeignSink>())
-                items.push_back({ComPtr<IUnknown>(foreign->sink.get()), listener.cookie});
-        *connections = new (std::nothrow)
-            ListWalk<IEnumConnections, ConnectionItem, CONNECTDATA>(std::move(items), std::size_t{0});
-        return *connections ? S_OK : E_OUTOFMEMORY;
+        *connections = nullptr;
+        return fenced([&] {
+            std::vector<ConnectionItem> items;
+            for (const auto& listener : object_->events()->listeners())
+                if (const auto* foreign = listener.sink.target<ForeignSink>())
+                    items.push_back({ComPtr<IUnknown>(foreign->sink.get()), listener.cookie});
+            *connections =
+                new ListWalk<IEnumConnections, ConnectionItem, CONNECTDATA>(std::move(items), std::size_t{0});
+            return S_OK;
+        });
     }
 
 private:
@@ -151,10 +159,14 @@ IConnectionPoint* newConnectionPoint(IConnectionPointContainer* container, Objec
 HRESULT enumerateConnectionPoints(IConnectionPointContainer* container, Object& object,
                                   IEnumConnectionPoints** points) noexcept {
     if (!points) return E_POINTER;
-    ComPtr<IConnectionPoint> point;
-    *point.put() = newConnectionPoint(container, object);
-    *points = new (std::nothrow) ListWalk<IEnumConnectionPoints, PointItem, IConnectionPoint*>({{point}}, 0);
-    return *points ? S_OK : E_OUTOFMEMORY;
+    *points = nullptr;
+    return fenced([&] {
+        ComPtr<IConnectionPoint> point;
+        *point.put() = newConnectionPoint(container, object);
+        if (!point) throw std::bad_alloc();
+        *points = new ListWalk<IEnumConnectionPoints, PointItem, IConnectionPoint*>({{point}}, 0);
+        return S_OK;
+    });
 }
 
 } // namespace tarncom32::com

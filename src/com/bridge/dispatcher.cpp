@@ -36,7 +36,7 @@ struct Refusal {
 };
 
 bool isObject(const VARIANT& value) {
-    const VARTYPE type = value.vt == (VT_BYREF | VT_VARIANT) ? value.pvarVal->vt : value.vt;
+    const VARTYPE type = value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal ? value.pvarVal->vt : value.vt;
     return (type & ~VT_BYREF) == VT_DISPATCH || (type & ~VT_BYREF) == VT_UNKNOWN;
 }
 

@@ -20,17 +20,20 @@ public:
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* items, ULONG* fetched) override {
         if (fetched) *fetched = 0;
         if (!items || (!fetched && count != 1)) return E_POINTER;
-        return guarded([&] {
-            ULONG done = 0;
-            for (Variant item; done < count && walk_->next(item); ++done) {
+        ULONG done = 0;
+        const HRESULT result = fenced([&] {
+            for (Variant item; done < count && walk_->next(item); ++done)
                 initVariant(items[done], std::move(item));
-                if (fetched) *fetched = done + 1;
-            }
             return done == count ? S_OK : S_FALSE;
         });
+        // Of a call that fails the caller frees nothing.
+        while (FAILED(result) && done > 0)
+            VariantClear(&items[--done]);
+        if (fetched) *fetched = done;
+        return result;
     }
     HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
-        return guarded([&] {
+        return fenced([&] {
             ULONG done = 0;
             for (Variant item; done < count && walk_->next(item);)
                 ++done;
@@ -38,7 +41,7 @@ public:
         });
     }
     HRESULT STDMETHODCALLTYPE Reset() override {
-        return guarded([&] {
+        return fenced([&] {
             walk_ = start_->clone();
             return S_OK;
         });
@@ -46,22 +49,13 @@ public:
     HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override {
         if (!copy) return E_POINTER;
         *copy = nullptr;
-        return guarded([&] {
+        return fenced([&] {
             *copy = new ExportedEnumerator(walk_->clone(), start_->clone());
             return S_OK;
         });
     }
 
 private:
-    template <class Body>
-    static HRESULT guarded(Body&& body) noexcept {
-        try {
-            return body();
-        } catch (...) {
-            return setErrorInfo(errorInFlight(), {});
-        }
-    }
-
     std::unique_ptr<Enumerator> walk_;
     std::unique_ptr<Enumerator> start_;
 };

@@ -223,12 +223,17 @@ IDispatch* exportObject(const ObjectRef& object) noexcept {
     auto* exported = static_cast<ExportedObject*>(object->exported);
     if (!exported) {
         const ClassInfo* info = object->classInfo();
-        if (!info) return static_cast<ForeignObject&>(*object).pointer();
+        if (!info) return static_cast<ForeignObject&>(*object).dispatch();
         exported = new (std::nothrow) ExportedObject(*object, *info);
         if (!exported) return nullptr;
     }
     exported->AddRef();
     return exported->pointer();
+}
+
+IUnknown* exportUnknown(const ObjectRef& object) noexcept {
+    if (object && !object->classInfo()) return static_cast<ForeignObject&>(*object).identity();
+    return exportObject(object);
 }
 
 Object* ownObjectBehind(IUnknown* pointer) noexcept {

@@ -14,8 +14,12 @@ using FindType = ComPtr<ITypeInfo> (*)(REFGUID guid);
 inline FindType findType = nullptr;
 
 /// The object's IDispatch, counted; null for Nothing. It is the same pointer as long as anybody holds it, and at the
-/// same time that of the class's own dual interface; for an object from outside it is the object itself.
+/// same time that of the class's own dual interface; for an object from outside it is the object itself, and null too
+/// when that has no late binding.
 IDispatch* exportObject(const automation::ObjectRef& object) noexcept;
+
+/// The same for those who ask for no more than IUnknown, which every object has.
+IUnknown* exportUnknown(const automation::ObjectRef& object) noexcept;
 
 /// The object whose face `pointer` is (any of its interfaces); null when it is none that this module exports.
 automation::Object* ownObjectBehind(IUnknown* pointer) noexcept;

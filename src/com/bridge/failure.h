@@ -16,6 +16,16 @@ automation::Error errorInFlight() noexcept;
 /// Makes the error the calling thread's error information (`iid`: of which interface); its HRESULT.
 HRESULT setErrorInfo(const automation::Error& error, const automation::Guid& iid) noexcept;
 
+/// Runs the body of a call from outside; its failure becomes error information and an HRESULT.
+template <class Body>
+HRESULT fenced(Body&& body) noexcept {
+    try {
+        return body();
+    } catch (...) {
+        return setErrorInfo(errorInFlight(), {});
+    }
+}
+
 /// Fills what `IDispatch::Invoke` tells of an error.
 void fillException(EXCEPINFO& exception, const automation::Error& error) noexcept;
 

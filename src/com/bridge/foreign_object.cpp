@@ -138,10 +138,12 @@ ForeignObject::~ForeignObject() {
     if (identities->empty()) delete std::exchange(identities, nullptr);
 }
 
-IDispatch* ForeignObject::pointer() const {
-    IUnknown* pointer = dispatch_ ? dispatch_.get() : identity_.get();
-    pointer->AddRef();
-    return static_cast<IDispatch*>(pointer);
+IUnknown* ForeignObject::identity() const {
+    return ComPtr<IUnknown>(identity_).detach();
+}
+
+IDispatch* ForeignObject::dispatch() const {
+    return ComPtr<IDispatch>(dispatch_).detach();
 }
 
 String ForeignObject::typeName() const {

@@ -23,8 +23,10 @@ public:
     bool hasMember(const automation::MemberName& name) override;
     std::unique_ptr<automation::Enumerator> enumerate() override;
 
-    /// The object itself: counted, its late binding where it has one.
-    IDispatch* pointer() const;
+    /// The object itself, counted.
+    IUnknown* identity() const;
+    /// Its late binding, counted; null when it has none.
+    IDispatch* dispatch() const;
 
 protected:
     ~ForeignObject() override;

@@ -99,6 +99,11 @@ VariantType elementTypeOf(VARTYPE type) {
     }
 }
 
+/// The type of an array of such elements.
+VariantType arrayOf(VariantType element) {
+    return static_cast<VariantType>(static_cast<unsigned>(VariantType::Array) | static_cast<unsigned>(element));
+}
+
 template <class T>
 void putAt(void* place, const T& value) {
     *static_cast<T*>(place) = value;
@@ -126,6 +131,15 @@ bool writeInteger(VARTYPE type, void* place, std::uint64_t bits) {
     }
 }
 
+/// Puts `object` where a variable for objects stands.
+void writeObject(VariantType type, IUnknown*& place, const ObjectRef& object) {
+    // A variable may hold another interface of its object than late binding's: what did not change stays.
+    if (place && importObject(place) == object) return;
+    IUnknown* pointer = type == VariantType::Object ? exportObject(object) : exportUnknown(object);
+    if (object && !pointer) throw Error(errors::TypeMismatch);
+    if (IUnknown* old = std::exchange(place, pointer)) old->Release();
+}
+
 /// Puts `value`, converted to `type`, where a variable of that type stands; what the variable held is freed.
 void writeAt(VARTYPE type, void* place, Variant&& value) {
     if (type == VT_VARIANT) {
@@ -134,8 +148,7 @@ void writeAt(VARTYPE type, void* place, Variant&& value) {
     }
     const VariantType wanted = elementTypeOf(type);
     if (wanted == VariantType::Object || wanted == VariantType::Unknown) {
-        IUnknown* pointer = exportObject(automation::toObject(value));
-        if (IUnknown* old = std::exchange(*static_cast<IUnknown**>(place), pointer)) old->Release();
+        writeObject(wanted, *static_cast<IUnknown**>(place), automation::toObject(value));
         return;
     }
     if (value.type() != wanted) value = automation::changeType(value, wanted);
@@ -255,12 +268,13 @@ void assignContents(VARIANT& target, Variant&& value) {
         assignContents(*target.pvarVal, std::move(value));
         return;
     }
+    if (target.vt & VT_BYREF && target.vt & VT_ARRAY)
+        value = automation::changeType(value, arrayOf(elementTypeOf(target.vt & VT_TYPEMASK)));
     const Array* array = value.as<Array>();
     if ((target.vt & VT_ARRAY) && array && (target.vt & VT_BYREF || hasShape(target.parray, *array))) {
         const HRESULT result = assignSafeArray(target.vt & VT_BYREF ? *target.pparray : target.parray, *array);
         if (FAILED(result)) throw Error::fromHresult(result);
     } else if (target.vt & VT_BYREF) {
-        if (target.vt & VT_ARRAY) throw Error(errors::TypeMismatch);
         writeAt(target.vt & VT_TYPEMASK, target.byref, std::move(value));
     } else {
         VARIANT fresh;
@@ -277,6 +291,8 @@ void assignContents(VARIANT& target, Variant&& value) {
 
 Variant fromVariant(const VARIANT& value) {
     const VARTYPE type = value.vt & VT_TYPEMASK;
+    // Other flags change what the value is, and no VARIANT has them.
+    if (value.vt & ~(VT_TYPEMASK | VT_ARRAY | VT_BYREF)) throw Error(errors::UnsupportedType);
     if (value.vt & VT_ARRAY) {
         const bool byReference = (value.vt & VT_BYREF) != 0;
         if (byReference && !value.pparray) throw Error(errors::TypeMismatch);
@@ -308,8 +324,12 @@ void initVariant(VARIANT& target, Variant&& value) noexcept {
         } else if (const auto* record = value.as<automation::Record>()) {
             if (record->value) VariantCopy(&target, static_cast<VARIANT*>(record->value.get()));
         } else if (value.isObject()) {
-            target.pdispVal = exportObject(*value.as<ObjectRef>());
+            const ObjectRef& reference = *value.as<ObjectRef>();
+            target.pdispVal = exportObject(reference);
             target.vt = VT_DISPATCH;
+            if (target.pdispVal || !reference) return;
+            target.punkVal = exportUnknown(reference);
+            target.vt = VT_UNKNOWN;
         } else if (type == VariantType::Null) {
             target.vt = VT_NULL;
         } else {
@@ -352,6 +372,9 @@ HRESULT assignSafeArray(SAFEARRAY*& target, const Array& value) noexcept {
         }
         std::unique_ptr<SAFEARRAY, DestroyArray> fresh(newSafeArray(value));
         if (target) {
+            // The memory of such an array is its owner's, and so is its size.
+            constexpr unsigned kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+            if (target->fFeatures & kFixed) return DISP_E_ARRAYISLOCKED;
             if (const HRESULT result = SafeArrayDestroy(target); FAILED(result)) return result;
         }
         target = fresh.release();

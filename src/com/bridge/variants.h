@@ -23,7 +23,7 @@ HRESULT assignVariant(VARIANT& target, automation::Variant&& value) noexcept;
 automation::Array fromSafeArray(SAFEARRAY* array, automation::VariantType element);
 
 /// Puts `value` into `target`: in place where size and element type agree, else as a new array that replaces the old
-/// one. DISP_E_ARRAYISLOCKED when the old one cannot go.
+/// one. DISP_E_ARRAYISLOCKED when the old one cannot go, or its size is fixed.
 HRESULT assignSafeArray(SAFEARRAY*& target, const automation::Array& value) noexcept;
 
 } // namespace tarncom32::com

@@ -29,16 +29,6 @@ ComPtr<ITypeInfo> typeInThisLibrary(REFGUID guid) {
     return type;
 }
 
-/// Runs the body of an entry point; its failure becomes an HRESULT.
-template <class Body>
-HRESULT entry(Body&& body) noexcept {
-    try {
-        return body();
-    } catch (...) {
-        return setErrorInfo(errorInFlight(), {});
-    }
-}
-
 Registration registration() {
     return Registration(thisServer(), modulePath(), loadTypeLibrary());
 }
@@ -117,7 +107,7 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result) {
     if (!result) return E_POINTER;
     *result = nullptr;
-    return com::entry([&] {
+    return com::fenced([&] {
         com::findType = &com::typeInThisLibrary;
         com::errorSource = com::thisServer().name;
         return com::classObject(com::thisServer(), clsid, iid, result);
@@ -129,14 +119,14 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-    return com::entry([] {
+    return com::fenced([] {
         com::registration().add();
         return S_OK;
     });
 }
 
 STDAPI DllUnregisterServer() {
-    return com::entry([] {
+    return com::fenced([] {
         com::registration().remove();
         return S_OK;
     });
