@@ -84,6 +84,7 @@ Error::Error(std::int32_t number, StringView description)
     : number_(number), description_(description), utf8_(toUtf8(description)) {}
 
 std::int32_t Error::hresult() const noexcept {
+    if (origin_ != 0) return origin_;
     if (number_ < 0) return number_;
     return static_cast<std::int32_t>(kHostFacility + (static_cast<std::uint32_t>(number_) & 0xFFFF));
 }
@@ -94,7 +95,9 @@ Error Error::fromHresult(std::int32_t hresult, StringView description) {
     if ((bits & 0xFFFF0000) == kHostFacility) number = static_cast<std::int32_t>(bits & 0xFFFF);
     for (const KnownResult& known : kKnownResults)
         if (known.hresult == bits) number = known.number;
-    return description.empty() ? Error(number) : Error(number, description);
+    Error error(number, description.empty() ? descriptionOf(number) : description);
+    error.origin_ = hresult;
+    return error;
 }
 
 } // namespace tarncom32::automation

@@ -43,7 +43,7 @@ inline constexpr std::int32_t UnsupportedType = 458;
 /// A failure that automation callers see: a number and a description.
 ///
 /// A number from 1 to 65535 is a host's own error number and crosses COM as 0x800A0000 + number; a negative number is
-/// an HRESULT that came from a foreign object and crosses unchanged.
+/// an HRESULT. An error that came with an HRESULT, from a foreign object say, crosses with that one unchanged.
 class Error : public std::exception {
 public:
     /// `number` with the description that hosts show for it ("Application-defined or object-defined error" when they
@@ -64,6 +64,7 @@ public:
 
 private:
     std::int32_t number_;
+    std::int32_t origin_ = 0; // the HRESULT that it came with; 0 for none
     String description_;
     std::string utf8_;
 };

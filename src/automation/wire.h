@@ -226,6 +226,28 @@ private:
     Type target_;
     T value_;
 };
+/// An object stays the caller's own pointer where it does not change: that may be another interface of the object.
+template <class C>
+class Argument<Ref<C>&> {
+public:
+    using Type = Interface*;
+    static bool isNull(Type target) { return !target; }
+    Argument(const ParameterInfo&, Type target)
+        : target_(target), before_(Wire<Ref<C>>::read(*target)), value_(before_) {}
+    Argument(const Argument&) = delete;
+    ~Argument() {
+        if (value_ == before_) return;
+        const auto old = *target_;
+        *target_ = Wire<Ref<C>>::write(value_);
+        Wire<Ref<C>>::free(old);
+    }
+    Ref<C>& get() { return value_; }
+
+private:
+    Type target_;
+    Ref<C> before_;
+    Ref<C> value_;
+};
 template <>
 class Argument<Variant&> {
 public:

@@ -88,8 +88,10 @@ Boolean StringFunctions::stringExistsInCollection(StringView sKey, ObjectRef oCo
     Boolean exists = false;
     silently([&] {
         automation::Object& collection = deref(oCollection);
+        // A foreign collection's code may change the variable that holds the text.
+        const Variant key(sKey);
         if (toLong(collection.get(u"Count")) == 0) return;
-        toText(collection.get(u"Item", sKey));
+        toText(collection.get(u"Item", key));
         exists = true;
     });
     return exists;

@@ -37,7 +37,7 @@ public:
         for (UINT i = parameters->cArgs; i-- > 0;)
             lastArguments.push_back(fromVariant(parameters->rgvarg[i]));
         if (id == 2) {
-            exception->scode = static_cast<SCODE>(0x86DB0001);
+            exception->scode = failure;
             exception->bstrDescription = SysAllocString(L"of its own");
             return DISP_E_EXCEPTION;
         }
@@ -52,6 +52,7 @@ public:
     DISPID lastNamed = DISPID_UNKNOWN;
     std::vector<Variant> lastArguments;
     Variant answer = Boolean(true);
+    SCODE failure = static_cast<SCODE>(0x86DB0001);
     bool failAsSink = false;
 };
 
@@ -131,13 +132,16 @@ TEST_F(Objects, LookUpEachNameOnce) {
 
 TEST_F(Objects, TakeTheLastArgumentByItsNameWhereTheyKnowIt) {
     const ObjectRef object = importObject(holder.get());
-    for (const auto& [parameter, id] :
-         {std::pair{MemberName(u"last"), DISPID{7}}, {MemberName(u"Unknown"), DISPID_UNKNOWN}}) {
+    for (const auto& [parameter, id] : {std::pair{MemberName(u"last"), DISPID{7}},
+                                        {MemberName(u"Unknown"), DISPID_UNKNOWN},
+                                        {MemberName(u"Last"), DISPID{7}},
+                                        {MemberName(u"Unknown"), DISPID_UNKNOWN}}) {
         Variant arguments[] = {1, u"two"};
         EXPECT_EQ(object->invokeNamed(u"Value", parameter, arguments), Variant(std::int32_t{42}));
         EXPECT_EQ(foreign->lastNamed, id);
         EXPECT_EQ(foreign->lastArguments, (std::vector<Variant>{1, u"two"}));
     }
+    EXPECT_EQ(foreign->lookups, 3) << "the member and either parameter once";
 }
 
 TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {
@@ -147,6 +151,14 @@ TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {
     EXPECT_EQ(arguments[0], Variant(Boolean(false)));
     EXPECT_EQ(arguments[1], Variant(Boolean(true)));
     EXPECT_EQ(tests::failureOf([&] { object->call(u"Fail"); }), "-2032467967 of its own"); // 86DB0001
+    foreign->failure = E_ACCESSDENIED;
+    try {
+        object->call(u"Fail");
+        ADD_FAILURE();
+    } catch (const Error& error) {
+        EXPECT_EQ(error.number(), errors::PermissionDenied);
+        EXPECT_EQ(error.hresult(), E_ACCESSDENIED) << "it goes on as it came";
+    }
     EXPECT_EQ(tests::errorOf([&] { object->call(u"Other"); }), errors::NoSuchMember);
     EXPECT_THROW(object->enumerate(), Error);
 }

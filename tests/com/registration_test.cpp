@@ -113,7 +113,12 @@ TEST_F(RegistrationTest, GoesToTheUserWhereTheMachineIsClosed) {
     of(0).remove();
     for (const String& root : roots())
         EXPECT_FALSE(has(user, root)) << toUtf8(root);
-    allow(L"D:(A;;KA;;;WD)"); // so that the key can go again
+    constexpr const wchar_t* kAll = L"D:(A;;KA;;;WD)";
+    allow(kAll);
+    of(0).add();
+    allow(L"D:P(A;;KR;;;WD)");
+    EXPECT_THROW(of(0).remove(), Error) << "the machine's entries must stay";
+    allow(kAll); // so that the key can go again
 }
 
 #ifdef _WIN64 // The 32-bit programs run on a system that has no other bitness.

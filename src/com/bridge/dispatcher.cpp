@@ -181,7 +181,7 @@ HRESULT startWalk(automation::Object& self, const MemberInfo& member, const DISP
 
 /// The object that a property gives without arguments, for whose default member a call was meant.
 ComPtr<IDispatch> objectOf(automation::Object& self, const ClassTable::Accessors& accessors) {
-    const MemberInfo* get = accessors.get ? accessors.get : accessors.method;
+    const MemberInfo* get = accessors.get;
     if (!get || !get->invoke || !get->parameters.empty()) return {};
     const automation::VariantType type = get->result.type;
     if (type != automation::VariantType::Object && type != automation::VariantType::Variant) return {};

@@ -25,17 +25,6 @@ using automation::wire::Face;
 
 namespace {
 
-/// An interface that only this module's faces answer to: its identifier holds an address of this module, so that two
-/// modules of this make in one process do not take each other's objects for their own.
-GUID moduleIid() noexcept {
-    static const char here = 0;
-    GUID iid{0x5d1c9a42, 0x7e10, 0x4b5f, {}};
-    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&here));
-    for (unsigned i = 0; i < 8; ++i)
-        iid.Data4[i] = static_cast<unsigned char>(address >> (8 * i));
-    return iid;
-}
-
 /// The COM identity of one of our objects: the face with the dual interface, and the interfaces beside it.
 class ExportedObject final : IProvideClassInfo2, ISupportErrorInfo, IConnectionPointContainer {
 public:
@@ -107,7 +96,7 @@ private:
     IConnectionPointContainer* container() { return this; }
 
     void* interfaceOf(REFIID iid) {
-        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) || IsEqualIID(iid, moduleIid()) ||
+        if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
             (!info().iid.isNull() && equals(iid, info().iid)))
             return &face_;
         if (IsEqualIID(iid, IID_IProvideClassInfo) || IsEqualIID(iid, IID_IProvideClassInfo2))
@@ -236,13 +225,10 @@ IUnknown* exportUnknown(const ObjectRef& object) noexcept {
     return exportObject(object);
 }
 
-Object* ownObjectBehind(IUnknown* pointer) noexcept {
-    void* found = nullptr;
-    if (FAILED(pointer->QueryInterface(moduleIid(), &found))) return nullptr;
-    auto* face = static_cast<Face*>(found);
-    Object* object = face->object;
-    ExportedObject::of(face).Release();
-    return object;
+Object* ownObjectBehind(IUnknown* identity) noexcept {
+    // Whatever the object is, its vtable starts with the address of its QueryInterface: ours for a face of this module.
+    auto* face = reinterpret_cast<Face*>(identity);
+    return face->vtable[0] == reinterpret_cast<const void*>(&faceQueryInterface) ? face->object : nullptr;
 }
 
 } // namespace tarncom32::com

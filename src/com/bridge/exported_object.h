@@ -21,7 +21,7 @@ IDispatch* exportObject(const automation::ObjectRef& object) noexcept;
 /// The same for those who ask for no more than IUnknown, which every object has.
 IUnknown* exportUnknown(const automation::ObjectRef& object) noexcept;
 
-/// The object whose face `pointer` is (any of its interfaces); null when it is none that this module exports.
-automation::Object* ownObjectBehind(IUnknown* pointer) noexcept;
+/// The object whose identity (what it gives for IUnknown) this is; null when it is none that this module exports.
+automation::Object* ownObjectBehind(IUnknown* identity) noexcept;
 
 } // namespace tarncom32::com

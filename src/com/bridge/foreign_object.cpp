@@ -159,16 +159,21 @@ String ForeignObject::typeName() const {
     return String(text);
 }
 
+const ForeignObject::KnownName* ForeignObject::findKnown(const MemberName& name) const {
+    const auto [first, last] = names_.equal_range(name.hash());
+    for (auto known = first; known != last; ++known)
+        if (automation::equalsIgnoreCase(known->second.text, name.text())) return &known->second;
+    return nullptr;
+}
+
 HRESULT ForeignObject::dispidOf(const MemberName& name, DISPID& dispid) {
     if (!dispatch_) return E_NOINTERFACE;
     if (name.text().empty()) {
         dispid = DISPID_VALUE;
         return S_OK;
     }
-    const auto [first, last] = names_.equal_range(name.hash());
-    for (auto known = first; known != last; ++known) {
-        if (!automation::equalsIgnoreCase(known->second.text, name.text())) continue;
-        dispid = known->second.dispid;
+    if (const KnownName* known = findKnown(name)) {
+        dispid = known->dispid;
         return S_OK;
     }
     String text(name.text());
@@ -196,16 +201,24 @@ Variant ForeignObject::invoke(const MemberName& name, Access access, std::span<V
     return send(dispid, access, arguments, byReference, assigns(access) ? &assigned : nullptr);
 }
 
-Variant ForeignObject::invokeNamed(const MemberName& name, const MemberName& parameter, std::span<Variant> arguments) {
+DISPID ForeignObject::parameterOf(const MemberName& name, const MemberName& parameter) {
+    const String both = String(name.text()) + u'\n' + String(parameter.text());
+    if (const KnownName* known = findKnown(MemberName(both))) return known->dispid;
     const String texts[] = {String(name.text()), String(parameter.text())};
     LPOLESTR wanted[] = {const_cast<LPOLESTR>(wide(texts[0])), const_cast<LPOLESTR>(wide(texts[1]))};
     DISPID ids[] = {DISPID_UNKNOWN, DISPID_UNKNOWN};
-    const bool known = dispatch_ &&
-                       SUCCEEDED(dispatch_->GetIDsOfNames(IID_NULL, wanted, 2, LOCALE_USER_DEFAULT, ids)) &&
-                       ids[1] != DISPID_UNKNOWN;
+    const HRESULT result = dispatch_->GetIDsOfNames(IID_NULL, wanted, 2, LOCALE_USER_DEFAULT, ids);
+    const DISPID found = SUCCEEDED(result) ? ids[1] : DISPID_UNKNOWN;
+    names_.emplace(MemberName(both).hash(), KnownName{both, found});
+    return found;
+}
+
+Variant ForeignObject::invokeNamed(const MemberName& name, const MemberName& parameter, std::span<Variant> arguments) {
+    DISPID dispid = DISPID_UNKNOWN;
+    DISPID last = FAILED(dispidOf(name, dispid)) ? DISPID_UNKNOWN : parameterOf(name, parameter);
     // Objects of scripts know the names of their members only.
-    if (!known) return invoke(name, Access::MethodOrGet, arguments, 0);
-    return send(ids[0], Access::MethodOrGet, arguments, 0, &ids[1]);
+    if (last == DISPID_UNKNOWN) return invoke(name, Access::MethodOrGet, arguments, 0);
+    return send(dispid, Access::MethodOrGet, arguments, 0, &last);
 }
 
 Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arguments, std::uint32_t byReference,
@@ -244,9 +257,9 @@ std::unique_ptr<automation::Enumerator> ForeignObject::enumerate() {
 
 ObjectRef importObject(IUnknown* pointer) {
     if (!pointer) return {};
-    if (automation::Object* own = ownObjectBehind(pointer)) return ObjectRef(own);
     const auto identity = query<IUnknown>(pointer, IID_IUnknown);
     if (!identity) throw Error(errors::TypeMismatch);
+    if (automation::Object* own = ownObjectBehind(identity.get())) return ObjectRef(own);
     if (identities)
         if (const auto known = identities->find(identity.get()); known != identities->end())
             return ObjectRef(known->second);

@@ -9,7 +9,8 @@
 namespace tarncom32::com {
 
 /// An object from outside. There is one for each COM identity and thread as long as anything holds it, so that two
-/// references to one object compare equal. The DISPIDs of its members are asked for once.
+/// references to one object compare equal. The DISPIDs of its members and their named arguments are asked for
+/// once.
 class ForeignObject final : public automation::Object {
 public:
     explicit ForeignObject(ComPtr<IUnknown> identity);
@@ -33,10 +34,13 @@ protected:
 
 private:
     struct KnownName {
-        automation::String text;
-        DISPID dispid;
+        automation::String text; ///< of a parameter: its member's name, a line feed and its own
+        DISPID dispid;           ///< of a parameter that the object does not know by name: DISPID_UNKNOWN
     };
+    const KnownName* findKnown(const automation::MemberName& name) const;
+    /// Members that are not there are looked for anew each time: an object may get them.
     HRESULT dispidOf(const automation::MemberName& name, DISPID& dispid);
+    DISPID parameterOf(const automation::MemberName& name, const automation::MemberName& parameter);
     /// Calls the member; `named` is the id of the last argument, null when that has none.
     automation::Variant send(DISPID dispid, automation::Access access, std::span<automation::Variant> arguments,
                              std::uint32_t byReference, DISPID* named);

@@ -131,24 +131,31 @@ bool writeInteger(VARTYPE type, void* place, std::uint64_t bits) {
     }
 }
 
-/// Puts `object` where a variable for objects stands.
-void writeObject(VariantType type, IUnknown*& place, const ObjectRef& object) {
+/// Puts `object` where a variable for objects stands; for pointers of the interface `iid`, if that is not null.
+void writeObject(VariantType type, IUnknown*& place, const ObjectRef& object, const IID* iid) {
     // A variable may hold another interface of its object than late binding's: what did not change stays.
     if (place && importObject(place) == object) return;
     IUnknown* pointer = type == VariantType::Object ? exportObject(object) : exportUnknown(object);
+    if (pointer && iid) {
+        void* typed = nullptr;
+        const HRESULT result = pointer->QueryInterface(*iid, &typed);
+        pointer->Release();
+        pointer = SUCCEEDED(result) ? static_cast<IUnknown*>(typed) : nullptr;
+    }
     if (object && !pointer) throw Error(errors::TypeMismatch);
     if (IUnknown* old = std::exchange(place, pointer)) old->Release();
 }
 
-/// Puts `value`, converted to `type`, where a variable of that type stands; what the variable held is freed.
-void writeAt(VARTYPE type, void* place, Variant&& value) {
+/// Puts `value`, converted to `type`, where a variable of that type stands; what the variable held is freed. A variable
+/// for objects may be one for pointers of the interface `iid`.
+void writeAt(VARTYPE type, void* place, Variant&& value, const IID* iid = nullptr) {
     if (type == VT_VARIANT) {
         if (FAILED(assignVariant(*static_cast<VARIANT*>(place), std::move(value)))) throw Error(errors::TypeMismatch);
         return;
     }
     const VariantType wanted = elementTypeOf(type);
     if (wanted == VariantType::Object || wanted == VariantType::Unknown) {
-        writeObject(wanted, *static_cast<IUnknown**>(place), automation::toObject(value));
+        writeObject(wanted, *static_cast<IUnknown**>(place), automation::toObject(value), iid);
         return;
     }
     if (value.type() != wanted) value = automation::changeType(value, wanted);
@@ -237,8 +244,10 @@ private:
 
 void fill(SAFEARRAY* array, std::vector<Variant> items) {
     const LockedElements elements(array);
+    IID iid;
+    const bool typed = array->fFeatures & FADF_HAVEIID && SUCCEEDED(SafeArrayGetIID(array, &iid));
     for (std::size_t i = 0; i < items.size(); ++i)
-        writeAt(elements.type(), elements[i], std::move(items[i]));
+        writeAt(elements.type(), elements[i], std::move(items[i]), typed ? &iid : nullptr);
 }
 
 struct DestroyArray {

@@ -3,6 +3,7 @@
 #include "automation/error.h"
 #include "com/server/registry_key.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace tarncom32::com {
@@ -71,8 +72,7 @@ String Registration::platformName() const {
 
 void Registration::add() const {
     // Whether the machine's entries may be written shows only when one is.
-    const auto probe = RegistryKey::open(HKEY_LOCAL_MACHINE, String(kClasses) + u"CLSID", KEY_READ | KEY_WRITE | view_);
-    const HKEY hive = probe ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+    const HKEY hive = isWritable(HKEY_LOCAL_MACHINE) ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
     try {
         addTo(hive);
     } catch (const automation::Error&) {
@@ -83,9 +83,23 @@ void Registration::add() const {
 
 void Registration::remove() const {
     for (const HKEY hive : {HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE}) {
-        const auto probe = RegistryKey::open(hive, String(kClasses), KEY_READ | KEY_WRITE | view_);
-        if (probe) removeFrom(hive);
+        if (isWritable(hive))
+            removeFrom(hive);
+        else if (isIn(hive))
+            throw automation::Error::fromHresult(static_cast<std::int32_t>(E_ACCESSDENIED));
     }
+}
+
+bool Registration::isWritable(HKEY hive) const {
+    return bool(RegistryKey::open(hive, String(kClasses) + u"CLSID", KEY_READ | KEY_WRITE | view_));
+}
+
+bool Registration::isIn(HKEY hive) const {
+    return std::ranges::any_of(server_.classes, [&](const ServerClass& described) {
+        const String clsid = automation::guidText(described.info->clsid);
+        return !described.progId.empty() &&
+               RegistryKey::open(hive, String(kClasses) + u"CLSID\\" + clsid, KEY_READ | view_);
+    });
 }
 
 void Registration::addTo(HKEY hive) const {
@@ -149,10 +163,16 @@ void Registration::removeFrom(HKEY hive) const {
         removeKey(hive, classes + u"Interface\\" + entry.iid, view_);
 
     const String library = classes + u"TypeLib\\" + automation::guidText(server_.library);
-    const String locale = library + u"\\" + String(kVersion) + u"\\0";
+    const String version = library + u"\\" + String(kVersion);
+    const String locale = version + u"\\0";
+    const auto isEmpty = [&](const String& path) {
+        const auto key = RegistryKey::open(hive, path, KEY_READ | view_);
+        return !key || !key.hasSubkeys();
+    };
     removeKey(hive, locale + u"\\" + platformName(), view_);
-    const auto left = RegistryKey::open(hive, locale, KEY_READ | view_);
-    if (!left || !left.hasSubkeys()) removeKey(hive, library, view_);
+    // The other bitness and other versions have their entries beside ours.
+    if (isEmpty(locale)) removeKey(hive, version, view_);
+    if (isEmpty(library)) removeKey(hive, library, view_);
 }
 
 } // namespace tarncom32::com

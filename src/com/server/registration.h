@@ -16,12 +16,17 @@ public:
 
     /// Writes everything. Raises the registry's error, with nothing half done left behind.
     void add() const;
-    /// Removes what `add` wrote, in both places; what is not there is passed over.
+    /// Removes what `add` wrote, in both places; what is not there is passed over. Raises access denied where there are
+    /// entries that the caller may not remove.
     void remove() const;
 
 private:
     void addTo(HKEY hive) const;
     void removeFrom(HKEY hive) const;
+    /// Whether the caller may add and remove classes there.
+    bool isWritable(HKEY hive) const;
+    /// Whether any of the classes is registered there.
+    bool isIn(HKEY hive) const;
     automation::String platformName() const;
 
     const Server& server_;
