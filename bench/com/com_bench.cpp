@@ -47,12 +47,16 @@ VARIANT argument(const Text& text) {
     return value;
 }
 
+Pointer<ITypeInfo> typeOf(IDispatch& object) {
+    ITypeInfo* found = nullptr;
+    require(object.GetTypeInfo(0, 0, &found), "GetTypeInfo");
+    return Pointer<ITypeInfo>(found);
+}
+
 void lateBound(const ServerUnderTest& server) {
     constexpr int kCalls = 4000;
     const Pointer<IDispatch> object = server.create(L"StringFunctions");
-    ITypeInfo* found = nullptr;
-    require(object->GetTypeInfo(0, 0, &found), "GetTypeInfo");
-    const Pointer<ITypeInfo> type(found);
+    const Pointer<ITypeInfo> type = typeOf(*object);
     const Text source = text(L"a,value");
     const Text delimiter = text(L",");
     VARIANT arguments[] = {argument(delimiter), argument(source)};
@@ -61,17 +65,17 @@ void lateBound(const ServerUnderTest& server) {
     const struct {
         const char* job;
         std::wstring name;
-    } rows[] = {{"late-bound, early member", L"NumberOfSubStringsInSourceString"},
-                {"late-bound, middle member", L"ReturnStringAfterDelimiter"},
-                {"late-bound, late member", L"ReturnStringBeforeLastDelimiter"}};
-    const auto check = [](HRESULT result, VARIANT& value) {
-        const VARTYPE held = value.vt;
-        VariantClear(&value);
-        if (result != S_OK || (held != VT_BSTR && held != VT_I4))
-            throw std::runtime_error("a call gave a wrong result");
-    };
+        long expected; // the number, or the length of the text
+    } rows[] = {{"late-bound, early member", L"NumberOfSubStringsInSourceString", 1},
+                {"late-bound, middle member", L"ReturnStringAfterDelimiter", 5},
+                {"late-bound, late member", L"ReturnStringBeforeLastDelimiter", 1}};
     for (const auto& row : rows) {
         std::wstring name = row.name;
+        const auto check = [&](HRESULT result, const VARIANT& value) {
+            const Text made(value.vt == VT_BSTR ? value.bstrVal : nullptr);
+            const long given = value.vt == VT_I4 ? value.lVal : static_cast<long>(SysStringLen(made.get()));
+            if (result != S_OK || given != row.expected) throw std::runtime_error("a call gave a wrong result");
+        };
         const std::vector<double> times = shortest({
             [&] {
                 for (int i = 0; i < kCalls; ++i) {
@@ -104,9 +108,7 @@ void lateBound(const ServerUnderTest& server) {
 void earlyBound(const ServerUnderTest& server) {
     constexpr int kCalls = 20000;
     const Pointer<IDispatch> object = server.create(L"StringFunctions");
-    ITypeInfo* found = nullptr;
-    require(object->GetTypeInfo(0, 0, &found), "GetTypeInfo");
-    const Pointer<ITypeInfo> type(found);
+    const Pointer<ITypeInfo> type = typeOf(*object);
     wchar_t name[] = L"ReturnStringAfterDelimiter";
     LPOLESTR wanted = name;
     DISPID id = 0;
