@@ -10,8 +10,12 @@ namespace tarncom32::automation {
 
 namespace member {
 
-/// For the `ByReference` bits of a table's line: all texts that the member only reads.
-inline constexpr std::uint32_t kTexts = 1u << 31;
+/// For a table's line: the parameters, counted from 1, that compiled callers pass by reference though the member only
+/// reads them.
+template <class... Numbers>
+consteval std::uint32_t byReference(Numbers... parameters) {
+    return ((1u << (parameters - 1)) | ...);
+}
 
 } // namespace member
 
@@ -41,10 +45,21 @@ struct MemberTraits<R (C::*)(P...)> {
 template <class C, class R, class... P>
 struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
 
+/// Whether compiled callers of the class's members pass by reference also the texts that a member only reads: a class
+/// of which this is so has `static constexpr bool kTextsByReference = true;`.
+template <class C>
+inline constexpr bool kTextsByReference = requires {
+    requires C::kTextsByReference;
+};
+
 /// One bit a parameter, the lowest for the first: whether it is passed by reference though the member only reads it.
-template <auto Member, std::uint32_t ByReference>
-inline constexpr std::uint32_t byReferenceBits =
-    ByReference == member::kTexts ? MemberTraits<decltype(Member)>::kTextBits : ByReference;
+/// `OfLine` is what the member's line in the table adds to what the class says.
+template <auto Member, std::uint32_t OfLine>
+inline constexpr std::uint32_t byReferenceBits = [] {
+    using Traits = MemberTraits<decltype(Member)>;
+    static_assert(OfLine >> Traits::kCount == 0, "the member has fewer parameters than its line passes by reference");
+    return OfLine | (kTextsByReference<typename Traits::Class> ? Traits::kTextBits : 0);
+}();
 
 } // namespace detail
 

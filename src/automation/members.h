@@ -141,8 +141,8 @@ std::unique_ptr<Enumerator> enumerateMember(Object& self) {
 /// The lines of a member table.
 namespace member {
 
-/// A method, or one accessor of a property. `ByReference` has a bit set for each parameter (lowest bit: first) that the
-/// member only reads and that compiled callers yet pass by reference.
+/// A method, or one accessor of a property. `ByReference` names the parameters that the member only reads and that
+/// compiled callers yet pass by reference: `member::method<&Sorter::sort, member::byReference(1, 2)>(...)`.
 template <auto Member, std::uint32_t ByReference = 0>
 MemberInfo method(std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters, StringView help,
                   Visibility visibility = Visibility::Normal) {

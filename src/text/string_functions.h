@@ -24,6 +24,7 @@ using automation::Variant;
 class StringFunctions final : public automation::Described<StringFunctions> {
 public:
     static constexpr StringView kClassName = u"StringFunctions";
+    static constexpr bool kTextsByReference = true;
     static const automation::ClassInfo& describe();
 
     /// Failures are reported through the platform's message box.
