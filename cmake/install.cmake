@@ -11,6 +11,7 @@ install(
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/tarncom32
   FILES_MATCHING
   PATTERN "*.h"
+  PATTERN "*.inc"
   PATTERN "src/cli" EXCLUDE
   PATTERN "src/com" EXCLUDE
   PATTERN "src/idl" EXCLUDE

@@ -4,9 +4,9 @@
 
 namespace tarncom32::automation {
 
-/// The published name of an enumeration; each public enumeration specialises it beside its declaration.
+/// The published name of an enumeration: what the function `publishedName` that stands beside its declaration says.
 template <class E>
-inline constexpr StringView kEnumerationName{};
+inline constexpr StringView kEnumerationName = publishedName(E{});
 
 /// The declared type of a parameter or a result.
 struct Type {
@@ -71,7 +71,6 @@ struct TypeOf<Ref<T>> {
 template <class E>
 requires std::is_enum_v<E>
 struct TypeOf<E> {
-    static_assert(!kEnumerationName<E>.empty(), "a public member takes published enumerations only");
     static constexpr Type value{VariantType::Long, false, kEnumerationName<E>};
 };
 
