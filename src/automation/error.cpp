@@ -1,45 +1,65 @@
 #include "automation/error.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tarncom32::automation {
 
 namespace {
 
+/// A number and its text, in both forms with a NUL behind.
 struct KnownError {
     std::int32_t number;
-    StringView text;
+    const char* utf8;
+    std::size_t length;
+    std::array<char16_t, 72> characters{};
+
+    consteval KnownError(std::int32_t errorNumber, std::string_view text)
+        : number(errorNumber), utf8(text.data()), length(text.size()) {
+        std::ranges::copy(text, characters.begin());
+    }
+    StringView text() const { return {characters.data(), length}; }
 };
 
 constexpr KnownError kKnownErrors[] = {
-    {errors::InvalidProcedureCall, u"Invalid procedure call or argument"},
-    {errors::Overflow, u"Overflow"},
-    {errors::OutOfMemory, u"Out of memory"},
-    {errors::SubscriptOutOfRange, u"Subscript out of range"},
-    {errors::DivisionByZero, u"Division by zero"},
-    {errors::TypeMismatch, u"Type mismatch"},
-    {errors::InternalError, u"Internal error"},
-    {errors::BadFileName, u"Bad file name or number"},
-    {errors::FileNotFound, u"File not found"},
-    {errors::FileAlreadyOpen, u"File already open"},
-    {errors::DeviceIo, u"Device I/O error"},
-    {errors::FileAlreadyExists, u"File already exists"},
-    {errors::DiskFull, u"Disk full"},
-    {errors::PermissionDenied, u"Permission denied"},
-    {errors::PathFileAccess, u"Path/File access error"},
-    {errors::PathNotFound, u"Path not found"},
-    {errors::ObjectNotSet, u"Object variable or With block variable not set"},
-    {errors::InvalidUseOfNull, u"Invalid use of Null"},
-    {errors::ResourceNotFound, u"Resource with identifier not found"},
-    {errors::CannotCreateObject, u"ActiveX component can't create object"},
-    {errors::NoAutomationName, u"File name or class name not found during Automation operation"},
-    {errors::NoSuchMember, u"Object doesn't support this property or method"},
-    {errors::ActionNotSupported, u"Object doesn't support this action"},
-    {errors::NamedArgumentNotFound, u"Named argument not found"},
-    {errors::ArgumentNotOptional, u"Argument not optional"},
-    {errors::WrongArgumentCount, u"Wrong number of arguments or invalid property assignment"},
-    {errors::NotACollection, u"Object not a collection"},
-    {errors::DuplicateKey, u"This key is already associated with an element of this collection"},
-    {errors::UnsupportedType, u"Variable uses an Automation type not supported"},
+    {errors::InvalidProcedureCall, "Invalid procedure call or argument"},
+    {errors::Overflow, "Overflow"},
+    {errors::OutOfMemory, "Out of memory"},
+    {errors::SubscriptOutOfRange, "Subscript out of range"},
+    {errors::DivisionByZero, "Division by zero"},
+    {errors::TypeMismatch, "Type mismatch"},
+    {errors::InternalError, "Internal error"},
+    {errors::BadFileName, "Bad file name or number"},
+    {errors::FileNotFound, "File not found"},
+    {errors::FileAlreadyOpen, "File already open"},
+    {errors::DeviceIo, "Device I/O error"},
+    {errors::FileAlreadyExists, "File already exists"},
+    {errors::DiskFull, "Disk full"},
+    {errors::PermissionDenied, "Permission denied"},
+    {errors::PathFileAccess, "Path/File access error"},
+    {errors::PathNotFound, "Path not found"},
+    {errors::ObjectNotSet, "Object variable or With block variable not set"},
+    {errors::InvalidUseOfNull, "Invalid use of Null"},
+    {errors::ResourceNotFound, "Resource with identifier not found"},
+    {errors::CannotCreateObject, "ActiveX component can't create object"},
+    {errors::NoAutomationName, "File name or class name not found during Automation operation"},
+    {errors::NoSuchMember, "Object doesn't support this property or method"},
+    {errors::ActionNotSupported, "Object doesn't support this action"},
+    {errors::NamedArgumentNotFound, "Named argument not found"},
+    {errors::ArgumentNotOptional, "Argument not optional"},
+    {errors::WrongArgumentCount, "Wrong number of arguments or invalid property assignment"},
+    {errors::NotACollection, "Object not a collection"},
+    {errors::DuplicateKey, "This key is already associated with an element of this collection"},
+    {errors::UnsupportedType, "Variable uses an Automation type not supported"},
 };
+constexpr KnownError kOtherError{0, "Application-defined or object-defined error"};
+
+const KnownError& known(std::int32_t number) noexcept {
+    const auto* found = std::ranges::find(kKnownErrors, number, &KnownError::number);
+    return found != std::end(kKnownErrors) ? *found : kOtherError;
+}
+
+constexpr std::uint32_t kOutOfMemory = 0x8007000E; // E_OUTOFMEMORY
 
 struct KnownResult {
     std::uint32_t hresult;
@@ -62,7 +82,7 @@ constexpr KnownResult kKnownResults[] = {
     {0x80020012, errors::DivisionByZero},       // DISP_E_DIVBYZERO
     {0x80040154, errors::CannotCreateObject},   // REGDB_E_CLASSNOTREG
     {0x80070005, errors::PermissionDenied},     // E_ACCESSDENIED
-    {0x8007000E, errors::OutOfMemory},          // E_OUTOFMEMORY
+    {kOutOfMemory, errors::OutOfMemory},
     {0x80070057, errors::InvalidProcedureCall}, // E_INVALIDARG
     {0x800401E3, errors::CannotCreateObject},   // MK_E_UNAVAILABLE
     {0x800401F3, errors::CannotCreateObject},   // CO_E_CLASSSTRING
@@ -72,31 +92,50 @@ constexpr std::uint32_t kHostFacility = 0x800A0000;
 
 } // namespace
 
-StringView descriptionOf(std::int32_t number) {
-    for (const KnownError& known : kKnownErrors)
-        if (known.number == number) return known.text;
-    return u"Application-defined or object-defined error";
+StringView descriptionOf(std::int32_t number) noexcept {
+    return known(number).text();
 }
 
-Error::Error(std::int32_t number) : Error(number, descriptionOf(number)) {}
+Error::Error(std::int32_t number, StringView description) : number_(number) {
+    if (description != descriptionOf(number))
+        description_ = std::make_shared<Description>(String(description), toUtf8(description));
+}
 
-Error::Error(std::int32_t number, StringView description)
-    : number_(number), description_(description), utf8_(toUtf8(description)) {}
+Error Error::withoutSource(std::int32_t number, StringView description) {
+    Error error(number, description);
+    error.namesSource_ = false;
+    return error;
+}
+
+StringView Error::description() const noexcept {
+    return description_ ? StringView(description_->text) : descriptionOf(number_);
+}
+
+const char* Error::what() const noexcept {
+    return description_ ? description_->utf8.c_str() : known(number_).utf8;
+}
 
 std::int32_t Error::hresult() const noexcept {
+    if (number_ == errors::OutOfMemory) return static_cast<std::int32_t>(kOutOfMemory);
     if (origin_ != 0) return origin_;
     if (number_ < 0) return number_;
     return static_cast<std::int32_t>(kHostFacility + (static_cast<std::uint32_t>(number_) & 0xFFFF));
 }
 
-Error Error::fromHresult(std::int32_t hresult, StringView description) {
+Error Error::fromHresult(std::int32_t hresult) noexcept {
     const auto bits = static_cast<std::uint32_t>(hresult);
     std::int32_t number = hresult;
     if ((bits & 0xFFFF0000) == kHostFacility) number = static_cast<std::int32_t>(bits & 0xFFFF);
-    for (const KnownResult& known : kKnownResults)
-        if (known.hresult == bits) number = known.number;
-    Error error(number, description.empty() ? descriptionOf(number) : description);
+    for (const KnownResult& result : kKnownResults)
+        if (result.hresult == bits) number = result.number;
+    Error error(number);
     error.origin_ = hresult;
+    return error;
+}
+
+Error Error::fromHresult(std::int32_t hresult, StringView description) {
+    Error error = fromHresult(hresult);
+    error.description_ = Error(error.number_, description).description_;
     return error;
 }
 

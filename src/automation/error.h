@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <memory>
 
 namespace tarncom32::automation {
 
@@ -40,39 +41,50 @@ inline constexpr std::int32_t DuplicateKey = 457;
 inline constexpr std::int32_t UnsupportedType = 458;
 } // namespace errors
 
-/// A failure that automation callers see: a number and a description.
+/// A failure that automation callers see: a number, a description, and whether it names its source.
 ///
 /// A number from 1 to 65535 is a host's own error number and crosses COM as 0x800A0000 + number; a negative number is
-/// an HRESULT. An error that came with an HRESULT, from a foreign object say, crosses with that one unchanged.
+/// an HRESULT. An error that came with an HRESULT, from a foreign object say, crosses with that one unchanged, and
+/// running out of memory always as E_OUTOFMEMORY. Errors are copied, and those with a number's own description made,
+/// without memory.
 class Error : public std::exception {
 public:
     /// `number` with the description that hosts show for it ("Application-defined or object-defined error" when they
     /// have none).
-    explicit Error(std::int32_t number);
+    explicit Error(std::int32_t number) noexcept : number_(number) {}
     Error(std::int32_t number, StringView description);
+    /// An error that names no source to those who ask for it; others name this library.
+    static Error withoutSource(std::int32_t number, StringView description);
+    /// The error behind a failing HRESULT: 0x800A.... and COM's well-known failures become the host's numbers, every
+    /// other stays. Its description is that of the number.
+    static Error fromHresult(std::int32_t hresult) noexcept;
+    /// The same for one that another object raised, with its own description; an empty one stays empty.
+    static Error fromHresult(std::int32_t hresult, StringView description);
 
     std::int32_t number() const noexcept { return number_; }
-    const String& description() const noexcept { return description_; }
+    /// A NUL stands behind it.
+    StringView description() const noexcept;
+    bool namesSource() const noexcept { return namesSource_; }
     /// The HRESULT by which the error crosses COM.
     std::int32_t hresult() const noexcept;
-    /// The error behind a failing HRESULT: 0x800A.... and COM's well-known failures become the host's numbers, every
-    /// other stays. An empty description is filled from the number.
-    static Error fromHresult(std::int32_t hresult, StringView description = {});
-
     /// The description as UTF-8.
-    const char* what() const noexcept override { return utf8_.c_str(); }
+    const char* what() const noexcept override;
 
 private:
+    struct Description {
+        String text;
+        std::string utf8;
+    };
     std::int32_t number_;
-    std::int32_t origin_ = 0; // the HRESULT that it came with; 0 for none
-    String description_;
-    std::string utf8_;
+    std::int32_t origin_ = 0; ///< the HRESULT that it came with; 0 for none
+    bool namesSource_ = true;
+    std::shared_ptr<const Description> description_; ///< null for the number's own
 };
 
 /// An argument that does not convert to its parameter, or is missing: the failure and the argument's place, from 0.
 class ArgumentError final : public Error {
 public:
-    ArgumentError(const Error& error, std::size_t index) : Error(error), index_(index) {}
+    ArgumentError(const Error& error, std::size_t index) noexcept : Error(error), index_(index) {}
     std::size_t index() const noexcept { return index_; }
 
 private:
@@ -80,7 +92,7 @@ private:
 };
 
 /// The text that hosts show for an error number; "Application-defined or object-defined error" for one they do not
-/// know.
-StringView descriptionOf(std::int32_t number);
+/// know. A NUL stands behind it.
+StringView descriptionOf(std::int32_t number) noexcept;
 
 } // namespace tarncom32::automation

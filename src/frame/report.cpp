@@ -17,7 +17,7 @@ const CurrentError& currentError() {
 }
 
 CurrentErrorScope::CurrentErrorScope(const automation::Error& error)
-    : error_{error.number(), error.description()}, previous_(threadError) {
+    : error_{error.number(), String(error.description())}, previous_(threadError) {
     threadError = &error_;
 }
 

@@ -6,27 +6,45 @@ namespace tarncom32::com {
 
 using automation::Error;
 
+namespace {
+
+/// What callers are told: an error that another object raised without a description gets that of its number.
+automation::StringView outsideDescription(const Error& error) noexcept {
+    return error.description().empty() ? automation::descriptionOf(error.number()) : error.description();
+}
+
+/// For a text with a NUL behind.
+const wchar_t* wide(automation::StringView text) noexcept {
+    return reinterpret_cast<const wchar_t*>(text.data());
+}
+
+} // namespace
+
 Error errorInFlight() noexcept {
     try {
-        throw;
-    } catch (const Error& error) {
-        return error;
+        try {
+            throw;
+        } catch (const Error& error) {
+            return error;
+        } catch (const std::bad_alloc&) {
+            return Error(automation::errors::OutOfMemory);
+        } catch (const std::exception& error) {
+            return Error(automation::errors::InternalError, automation::fromUtf8(error.what()));
+        }
     } catch (const std::bad_alloc&) {
-        return Error(automation::errors::OutOfMemory);
-    } catch (const std::exception& error) {
-        return Error(automation::errors::InternalError, automation::fromUtf8(error.what()));
+        return Error(automation::errors::OutOfMemory); // no memory for the text of that exception
     } catch (...) {
         return Error(automation::errors::InternalError);
     }
 }
 
 HRESULT setErrorInfo(const Error& error, const automation::Guid& iid) noexcept {
+    // Without memory the HRESULT says all that there is to say.
     ComPtr<ICreateErrorInfo> create;
     if (SUCCEEDED(CreateErrorInfo(create.put()))) {
-        const automation::String source(errorSource);
         create->SetGUID(toGuid(iid));
-        create->SetSource(const_cast<LPOLESTR>(wide(source)));
-        create->SetDescription(const_cast<LPOLESTR>(wide(error.description())));
+        if (error.namesSource()) create->SetSource(const_cast<LPOLESTR>(wide(errorSource)));
+        create->SetDescription(const_cast<LPOLESTR>(wide(outsideDescription(error))));
         if (const auto info = query<IErrorInfo>(create.get(), IID_IErrorInfo)) SetErrorInfo(0, info.get());
     }
     return error.hresult();
@@ -35,8 +53,8 @@ HRESULT setErrorInfo(const Error& error, const automation::Guid& iid) noexcept {
 void fillException(EXCEPINFO& exception, const Error& error) noexcept {
     exception = {};
     exception.scode = error.hresult();
-    exception.bstrSource = newBstr(errorSource);
-    exception.bstrDescription = newBstr(error.description());
+    if (error.namesSource()) exception.bstrSource = newBstr(errorSource);
+    exception.bstrDescription = newBstr(outsideDescription(error));
 }
 
 } // namespace tarncom32::com

@@ -7,7 +7,7 @@
 /// Failures on their way to COM callers.
 namespace tarncom32::com {
 
-/// The name under which errors of this module appear: that of its type library.
+/// The name under which errors of this module appear: that of its type library. A NUL stands behind it.
 inline automation::StringView errorSource = u"TarnCom32";
 
 /// The exception in flight as an `Error`.

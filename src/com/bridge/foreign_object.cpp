@@ -60,7 +60,7 @@ struct Exception : EXCEPINFO {
     Error error() {
         if (pfnDeferredFillIn) pfnDeferredFillIn(this);
         const automation::StringView description = viewOfBstr(bstrDescription);
-        if (scode == 0) return description.empty() ? Error(wCode) : Error(wCode, description);
+        if (scode == 0) return Error(wCode, description);
         return Error::fromHresult(static_cast<std::int32_t>(scode), description);
     }
 };
