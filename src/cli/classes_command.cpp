@@ -1,8 +1,7 @@
 #include "cli/commands.h"
 #include "cli/exit_status.h"
-#include "cli/member_path.h"
 #include "cli/value_json.h"
-#include "library/library.h"
+#include "library/catalogue.h"
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -14,15 +13,14 @@ using automation::toUtf8;
 
 namespace {
 
-Json jsonOfClass(const frame::CatalogueEntry& entry) {
-    const library::BuiltClass* built = library::findBuiltClass(entry.name);
+Json jsonOfClass(const library::CatalogueEntry& entry) {
     Json json;
     json["name"] = jsonText(entry.name);
     json["kind"] = jsonText(frame::instancingText(entry.instancing));
     json["progId"] = entry.isCreatable() ? jsonText(entry.progId()) : Json();
-    json["built"] = isBuilt(entry);
-    json["members"] = built ? built->describe().members.size() : 0;
-    json["help"] = jsonText(entry.role);
+    json["built"] = entry.isBuilt();
+    json["members"] = entry.isBuilt() ? entry.describe().members.size() : 0;
+    json["help"] = jsonText(entry.role());
     return json;
 }
 
@@ -31,24 +29,24 @@ Json jsonOfClass(const frame::CatalogueEntry& entry) {
 int runClasses(const Output& output, bool json) {
     if (json) {
         Json list = Json::array();
-        for (const frame::CatalogueEntry& entry : frame::catalogue())
+        for (const library::CatalogueEntry& entry : library::catalogue())
             list.push_back(jsonOfClass(entry));
         output.out << indentedText(list) << '\n';
         return exit_status::kDone;
     }
     std::size_t nameColumns = 0;
     std::size_t kindColumns = 0;
-    for (const frame::CatalogueEntry& entry : frame::catalogue()) {
+    for (const library::CatalogueEntry& entry : library::catalogue()) {
         nameColumns = std::max(nameColumns, entry.name.size());
         kindColumns = std::max(kindColumns, frame::instancingText(entry.instancing).size());
     }
     const Terminal& terminal = output.terminal;
-    for (const frame::CatalogueEntry& entry : frame::catalogue()) {
+    for (const library::CatalogueEntry& entry : library::catalogue()) {
         const std::string name = padded(toUtf8(entry.name), static_cast<int>(nameColumns));
         const std::string kind = padded(toUtf8(frame::instancingText(entry.instancing)), static_cast<int>(kindColumns));
-        const bool built = isBuilt(entry);
+        const bool built = entry.isBuilt();
         output.out << (built ? terminal.name(name) : terminal.faint(name)) << "  " << terminal.faint(kind) << "  "
-                   << (built ? "" : "(not built yet) ") << toUtf8(entry.role) << '\n';
+                   << (built ? "" : "(not built yet) ") << toUtf8(entry.role()) << '\n';
     }
     return exit_status::kDone;
 }

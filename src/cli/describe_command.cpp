@@ -64,10 +64,10 @@ std::string kindsOf(const ClassInfo& info, const MemberInfo& member) {
 
 void printClass(const Output& output, const MemberPath& path) {
     const Terminal& terminal = output.terminal;
-    const frame::CatalogueEntry& entry = *path.entry;
+    const library::CatalogueEntry& entry = *path.entry;
     output.out << terminal.heading(toUtf8(entry.name)) << ", " << toUtf8(frame::instancingText(entry.instancing));
     if (entry.isCreatable()) output.out << ", " << toUtf8(entry.progId());
-    output.out << '\n' << terminal.paragraph(toUtf8(path.info ? path.info->help : entry.role), 2);
+    output.out << '\n' << terminal.paragraph(toUtf8(entry.role()), 2);
     if (entry.name == u"Enums") {
         output.out << '\n';
         for (const frame::EnumerationInfo& enumeration : frame::enumerations())

@@ -97,13 +97,13 @@ Json jsonOfMember(const std::vector<const MemberInfo*>& members) {
 }
 
 Json jsonOfClass(const MemberPath& path) {
-    const frame::CatalogueEntry& entry = *path.entry;
+    const library::CatalogueEntry& entry = *path.entry;
     Json json;
     json["name"] = jsonText(entry.name);
     json["kind"] = jsonText(frame::instancingText(entry.instancing));
     json["progId"] = entry.isCreatable() ? jsonText(entry.progId()) : Json();
-    json["built"] = isBuilt(entry);
-    json["help"] = jsonText(path.info ? path.info->help : entry.role);
+    json["built"] = entry.isBuilt();
+    json["help"] = jsonText(entry.role());
     if (entry.name == u"Enums")
         for (const frame::EnumerationInfo& enumeration : frame::enumerations())
             json["enumerations"].push_back(jsonOfEnumeration(enumeration));

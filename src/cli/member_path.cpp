@@ -5,7 +5,6 @@
 #include "cli/usage_error.h"
 #include "frame/enumerations.h"
 #include "frame/report.h"
-#include "library/library.h"
 
 namespace tarncom32::cli {
 
@@ -23,7 +22,7 @@ std::string inQuotes(StringView text) {
         throw UsageError(automation::toUtf8(enumeration->name) + " is an enumeration, not a class; \"tarn describe " +
                          automation::toUtf8(enumeration->name) + "\" lists its values");
     std::vector<StringView> names;
-    for (const frame::CatalogueEntry& entry : frame::catalogue())
+    for (const library::CatalogueEntry& entry : library::catalogue())
         names.push_back(entry.name);
     for (const frame::EnumerationInfo& enumeration : frame::enumerations())
         names.push_back(enumeration.name);
@@ -54,9 +53,9 @@ MemberPath resolvePath(std::string_view text) {
     const std::size_t point = rest.find(u'.');
     const StringView className = rest.substr(0, point);
     MemberPath result;
-    result.entry = frame::findClass(className);
+    result.entry = library::findClass(className);
     if (!result.entry) refuseClass(className);
-    if (const library::BuiltClass* built = library::findBuiltClass(className)) result.info = &built->describe();
+    if (result.entry->isBuilt()) result.info = &result.entry->describe();
     if (point == StringView::npos) return result;
 
     result.member = rest.substr(point + 1);
@@ -65,10 +64,6 @@ MemberPath resolvePath(std::string_view text) {
                          automation::toUtf8(result.entry->name) + "\" lists them");
     if (result.info && membersNamed(*result.info, result.member).empty()) refuseMember(*result.info, result.member);
     return result;
-}
-
-bool isBuilt(const frame::CatalogueEntry& entry) {
-    return entry.name == u"Enums" || library::findBuiltClass(entry.name) != nullptr;
 }
 
 std::vector<const automation::MemberInfo*> membersNamed(const automation::ClassInfo& info, StringView name) {

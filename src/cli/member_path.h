@@ -1,13 +1,12 @@
 #pragma once
 
-#include "automation/class_info.h"
-#include "frame/catalogue.h"
+#include "library/catalogue.h"
 
 namespace tarncom32::cli {
 
 /// What "CLASS.MEMBER" on the command line names.
 struct MemberPath {
-    const frame::CatalogueEntry* entry = nullptr;
+    const library::CatalogueEntry* entry = nullptr;
     const automation::ClassInfo* info = nullptr; ///< null for a class that is not built
     automation::String member{};                 ///< as written; empty when only the class is named
 };
@@ -16,9 +15,6 @@ struct MemberPath {
 /// with near names in it, for a class that the catalogue does not have and for a member that a built class does not
 /// have.
 MemberPath resolvePath(std::string_view text);
-
-/// Whether the class can be used: it has its members, or carries the enumerations and has none.
-bool isBuilt(const frame::CatalogueEntry& entry);
 
 /// Every line of the class's table that bears the member's name: one for a method, one for each accessor of a property.
 std::vector<const automation::MemberInfo*> membersNamed(const automation::ClassInfo& info, automation::StringView name);

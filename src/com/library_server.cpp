@@ -1,8 +1,6 @@
 #include "com/bridge/applications.h"
 #include "com/server/server.h"
-#include "frame/report.h"
-#include "library/library.h"
-#include "library/type_library.h"
+#include "library/catalogue.h"
 #include "platform/windows/system_code_page.h"
 #include "platform/windows/system_message_box.h"
 #include "platform/windows/user_locale.h"
@@ -13,31 +11,33 @@ namespace tarncom32::com {
 
 namespace {
 
-/// The surroundings of every object that the DLL makes.
-struct WindowsSurroundings {
+/// What every object that the DLL makes gets.
+struct WindowsPlatform {
     platform::windows::SystemMessageBox messageBox;
     ComApplications applications;
     platform::windows::SystemCodePage codePage;
     platform::windows::WindowsRegistry registry;
     platform::windows::WindowsFiles files{applications, codePage};
-    platform::Platform platform{messageBox, applications, codePage, registry, files.ports()};
+    platform::Platform platform{.messageBox = messageBox,
+                                .applications = applications,
+                                .codePage = codePage,
+                                .registry = registry,
+                                .files = files.ports()};
 };
 
 platform::Platform& windowsPlatform() {
-    static WindowsSurroundings surroundings;
-    return surroundings.platform;
+    static WindowsPlatform windows;
+    return windows.platform;
 }
 
 Server makeServer() {
     platform::windows::useUserLocale();
-    Server server{frame::kLibraryName, library::kTypeLibraryHelp, library::kTypeLibraryId, {}};
-    for (const library::BuiltClass& built : library::builtClasses()) {
-        const automation::ClassInfo& info = built.describe();
-        if (built.create)
-            server.classes.push_back({&info, frame::findClass(info.name)->progId(),
-                                      [create = built.create] { return create(windowsPlatform()); }});
-        else
-            server.classes.push_back({&info, {}, {}});
+    const frame::PublishedLibrary& published = library::publishedLibrary();
+    Server server{published.name, published.help, published.guid, {}};
+    for (const frame::PublishedClass& one : published.classes) {
+        const library::CatalogueEntry& entry = *library::findClass(one.info->name);
+        server.classes.push_back({one.info, entry.progId(), {}});
+        if (entry.create) server.classes.back().create = [create = entry.create] { return create(windowsPlatform()); };
     }
     return server;
 }

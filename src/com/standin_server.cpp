@@ -3,7 +3,7 @@
 #include "com/server/server.h"
 #include "platform/windows/user_locale.h"
 #include "standin/application.h"
-#include "standin/type_library.h"
+#include "standin/published_library.h"
 
 #include <memory>
 #include <new>
@@ -52,11 +52,12 @@ automation::ObjectRef start() {
 
 Server makeServer() {
     platform::windows::useUserLocale();
-    Server server{standin::kTypeLibraryName, standin::kTypeLibraryHelp, standin::kTypeLibraryId, {}};
-    for (const automation::ClassInfo* info : standin::publishedClasses())
-        server.classes.push_back({info, {}, {}});
+    const frame::PublishedLibrary& published = standin::publishedLibrary();
+    Server server{published.name, published.help, published.guid, {}};
+    for (const frame::PublishedClass& one : published.classes)
+        server.classes.push_back({one.info, {}, {}});
     ServerClass& application = server.classes.front();
-    application.progId = automation::String(standin::kTypeLibraryName) + u".Application";
+    application.progId = automation::String(published.name) + u".Application";
     application.create = &start;
     return server;
 }

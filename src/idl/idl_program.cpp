@@ -6,7 +6,7 @@
 
 namespace tarncom32::idl {
 
-int runProgram(int count, char** arguments, PublishedLibrary (*publishedLibrary)()) {
+int runProgram(int count, char** arguments, const frame::PublishedLibrary& (*publishedLibrary)()) {
     try {
         if (count != 2) throw std::runtime_error(std::string("usage: ") + arguments[0] + " FILE.idl");
         std::ofstream file(arguments[1]);

@@ -1,5 +1,7 @@
 #include "idl/idl_writer.h"
 
+#include "automation/convert.h"
+
 #include <algorithm>
 #include <ostream>
 #include <stdexcept>
@@ -16,6 +18,9 @@ using automation::Type;
 using automation::Variant;
 using automation::VariantType;
 using automation::Visibility;
+using frame::Instancing;
+using frame::PublishedClass;
+using frame::PublishedLibrary;
 
 namespace {
 
@@ -146,12 +151,13 @@ private:
     void writeClass(const PublishedClass& published) {
         const ClassInfo& info = *published.info;
         if (info.clsid.isNull()) {
-            if (published.creatable) throw std::logic_error(toUtf8(info.name) + ": what can be created needs a CLSID");
+            if (isCreatable(published.instancing))
+                throw std::logic_error(toUtf8(info.name) + ": what can be created needs a CLSID");
             return; // only its interface is published
         }
         out_ << "\n[" << uuid(info.clsid) << ", version(1.0)";
-        if (published.applicationObject) out_ << ", appobject";
-        if (!published.creatable) out_ << ", noncreatable";
+        if (published.instancing == Instancing::Global) out_ << ", appobject";
+        if (!isCreatable(published.instancing)) out_ << ", noncreatable";
         out_ << ", helpstring(" << quoted(info.help) << ")]\ncoclass " << toUtf8(info.name)
              << "\n{\n    [default] interface _" << toUtf8(info.name) << ";\n";
         if (!info.sourceIid.isNull()) out_ << "    [default, source] dispinterface __" << toUtf8(info.name) << ";\n";
@@ -205,19 +211,26 @@ private:
     /// `, defaultvalue(...)`; nothing for a variant that may be missing.
     static std::string defaultOf(const ParameterInfo& parameter) {
         const Variant& value = parameter.defaultValue;
-        const auto number = [](auto n) { return ", defaultvalue(" + std::to_string(n) + ")"; };
-        if (value.isMissing()) {
-            if (parameter.type.type == VariantType::Variant || parameter.isByReference()) return "";
-            return parameter.type.type == VariantType::String ? ", defaultvalue(\"\")" : number(0);
+        const auto number = [](std::int32_t n) { return ", defaultvalue(" + std::to_string(n) + ")"; };
+        const bool isVariant = parameter.type.type == VariantType::Variant;
+        if (value.isMissing() && (isVariant || parameter.isByReference())) return "";
+        switch (isVariant ? value.type() : parameter.type.type) {
+        case VariantType::String:
+            return ", defaultvalue(" + quoted(value.isMissing() ? u"" : automation::toText(value)) + ")";
+        case VariantType::Object:
+            if (value.isMissing() || value == Variant(automation::ObjectRef())) return number(0);
+            break;
+        case VariantType::Byte:
+        case VariantType::Integer:
+        case VariantType::Long:
+        case VariantType::Boolean:
+            return number(value.isMissing() ? 0 : automation::toLong(value));
+        default:
+            break;
         }
-        if (value == Variant(automation::ObjectRef())) return number(0);
-        if (const auto* text = value.as<automation::String>()) return ", defaultvalue(" + quoted(*text) + ")";
-        if (const auto* flag = value.as<automation::Boolean>()) return number(flag->value);
-        if (const auto* byte = value.as<std::uint8_t>()) return number(*byte);
-        if (const auto* integer = value.as<std::int16_t>()) return number(*integer);
-        if (const auto* whole = value.as<std::int32_t>()) return number(*whole);
-        if (const auto* real = value.as<double>()) return number(*real);
-        throw std::logic_error(toUtf8(parameter.name) + ": the type library has no way to write this default");
+        throw std::logic_error(
+            toUtf8(parameter.name) + ": the IDL compiler has no way to write a default of the type " +
+            toUtf8(automation::typeText(parameter.type)) + "; let the parameter be a Variant, or not optional");
     }
 
     std::ostream& out_;

@@ -1,24 +1,10 @@
 #pragma once
 
-#include "frame/catalogue.h"
-#include "platform/platform.h"
+#include "library/catalogue.h"
 
 #include <map>
 
 namespace tarncom32::library {
-
-/// A class that is built: its description, and how an instance is made.
-struct BuiltClass {
-    const automation::ClassInfo& (*describe)();
-    /// Null for a class that is obtained only from another object.
-    automation::ObjectRef (*create)(platform::Platform& platform);
-};
-
-/// Every class that is built, in the catalogue's order.
-std::span<const BuiltClass> builtClasses();
-
-/// The built class of that name, without regard to case; null when there is none.
-const BuiltClass* findBuiltClass(automation::StringView className);
 
 /// The library as a native program sees it: creates objects by ProgID and keeps the shared instance of each global
 /// class.

@@ -1,7 +1,5 @@
 #include "cli/run_tarn.h"
-#include "frame/catalogue.h"
-#include "frame/enumerations.h"
-#include "library/library.h"
+#include "library/catalogue.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -21,9 +19,9 @@ json described(const std::string& path) {
 TEST(Classes, AreAllListedWithTheirKinds) {
     const json list = json::parse(runTarn({"classes", "--json"}).out);
     const std::string text = runTarn({"classes"}).out;
-    ASSERT_EQ(list.size(), frame::catalogue().size());
+    ASSERT_EQ(list.size(), library::catalogue().size());
     for (std::size_t i = 0; i < list.size(); ++i) {
-        const frame::CatalogueEntry& entry = frame::catalogue()[i];
+        const library::CatalogueEntry& entry = library::catalogue()[i];
         EXPECT_EQ(list[i]["name"], toUtf8(entry.name));
         EXPECT_EQ(list[i]["kind"], toUtf8(frame::instancingText(entry.instancing)));
         EXPECT_EQ(list[i]["progId"].is_null(), !entry.isCreatable());
@@ -51,8 +49,8 @@ TEST(Describe, GivesAMemberToPrograms) {
 }
 
 TEST(Describe, CoversEveryMemberOfEveryBuiltClass) {
-    for (const library::BuiltClass& built : library::builtClasses()) {
-        const automation::ClassInfo& info = built.describe();
+    for (const frame::PublishedClass& published : library::publishedLibrary().classes) {
+        const automation::ClassInfo& info = *published.info;
         const json described_ = described(toUtf8(info.name));
         const std::string text = runTarn({"describe", toUtf8(info.name)}).out;
         ASSERT_EQ(described_["members"].size(), info.members.size());
@@ -73,8 +71,8 @@ TEST(Describe, ShowsEnumerationsAndTheirCarrier) {
 }
 
 TEST(Describe, SaysWhatIsNotBuilt) {
-    for (const frame::CatalogueEntry& entry : frame::catalogue()) {
-        if (library::findBuiltClass(entry.name) || entry.name == u"Enums") continue;
+    for (const library::CatalogueEntry& entry : library::catalogue()) {
+        if (entry.isBuilt()) continue;
         const Outcome run = runTarn({"describe", toUtf8(entry.name)});
         EXPECT_EQ(run.status, 0);
         EXPECT_TRUE(run.out.ends_with("\n  Not built yet in this version.\n")) << run.out;

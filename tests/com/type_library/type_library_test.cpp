@@ -1,8 +1,6 @@
 #include "com/type_library/description.h"
-#include "frame/report.h"
-#include "library/library.h"
-#include "library/type_library.h"
-#include "standin/type_library.h"
+#include "library/catalogue.h"
+#include "standin/published_library.h"
 
 #include <gtest/gtest.h>
 
@@ -28,26 +26,22 @@ void expectPublished(const PublishedTables& tables) {
         EXPECT_TRUE(expected.contains(name)) << name << " is in no table";
 }
 
-TEST(TypeLibrary, PublishesWhatTheTablesOfTheLibraryDescribeAndNothingElse) {
-    PublishedTables tables{frame::kLibraryName,   library::kTypeLibraryHelp, library::kTypeLibraryId,
-                           frame::enumerations(), frame::records(),          {}};
-    for (const library::BuiltClass& built : library::builtClasses()) {
-        const automation::ClassInfo& info = built.describe();
-        const frame::CatalogueEntry* entry = frame::findClass(info.name);
-        ASSERT_TRUE(entry) << "built, but not in the catalogue";
-        unsigned flags = 0;
-        if (entry->isCreatable()) flags |= TYPEFLAG_FCANCREATE;
-        if (entry->instancing == frame::Instancing::Global) flags |= TYPEFLAG_FAPPOBJECT | TYPEFLAG_FPREDECLID;
-        tables.classes.push_back({&info, flags});
+void expectPublished(const frame::PublishedLibrary& library) {
+    PublishedTables tables{library.name, library.help, library.guid, library.enumerations, library.records, {}};
+    for (const frame::PublishedClass& published : library.classes) {
+        unsigned flags = isCreatable(published.instancing) ? unsigned{TYPEFLAG_FCANCREATE} : 0;
+        if (published.instancing == frame::Instancing::Global) flags |= TYPEFLAG_FAPPOBJECT | TYPEFLAG_FPREDECLID;
+        tables.classes.push_back({published.info, flags});
     }
     expectPublished(tables);
 }
 
+TEST(TypeLibrary, PublishesWhatTheTablesOfTheLibraryDescribeAndNothingElse) {
+    expectPublished(library::publishedLibrary());
+}
+
 TEST(TypeLibrary, PublishesTheStandInsObjectModel) {
-    PublishedTables tables{standin::kTypeLibraryName, standin::kTypeLibraryHelp, standin::kTypeLibraryId, {}, {}, {}};
-    for (const automation::ClassInfo* info : standin::publishedClasses())
-        tables.classes.push_back({info, TYPEFLAG_FCANCREATE});
-    expectPublished(tables);
+    expectPublished(standin::publishedLibrary());
 }
 
 } // namespace

@@ -1,12 +1,15 @@
-#include "frame/catalogue.h"
-#include "frame/enumerations.h"
+#include "library/catalogue.h"
+
 #include "support/table.h"
 
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
 
-namespace tarncom32::frame {
+namespace tarncom32::library {
+
+using namespace frame;
+
 namespace {
 
 TEST(Catalogue, OnlyCreatableClassesAreFoundByProgId) {
@@ -62,4 +65,4 @@ TEST(Enumerations, HaveThePublishedSizesAndValues) {
 }
 
 } // namespace
-} // namespace tarncom32::frame
+} // namespace tarncom32::library
