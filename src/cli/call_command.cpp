@@ -171,8 +171,7 @@ int runCall(const Output& output, const CallOptions& options) {
     // In front of the call, whose result may be an object that still uses them.
     platform::portable::TerminalMessageBox terminalBox;
     CollectingMessageBox messageBox(options.json ? nullptr : &terminalBox);
-    platform::NoApplications applications;
-    platform::portable::PortablePlatform platform(messageBox, applications);
+    platform::portable::PortablePlatform platform(messageBox);
     Call call;
     for (const std::string& argument : options.arguments)
         call.arguments.push_back(argumentValue(argument));

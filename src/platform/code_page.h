@@ -17,4 +17,7 @@ public:
     automation::String narrow(automation::StringView text) const { return decode(encode(text)); }
 };
 
+/// Where the platform has none of its own: the Western one, Windows-1252.
+const CodePage& westernCodePage();
+
 } // namespace tarncom32::platform

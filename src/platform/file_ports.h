@@ -1,20 +1,20 @@
 #pragma once
 
-#include "platform/file_dialog.h"
-#include "platform/file_status.h"
-#include "platform/file_system_objects.h"
-#include "platform/folders.h"
-#include "platform/path_calls.h"
+#include "platform/no_files.h"
 
 namespace tarncom32::platform {
 
-/// The ports of files and folders.
+/// The ports of files and folders. One that is not named has no files.
 struct FilePorts {
-    FileSystemObjects& objects;
-    FileStatus& status;
-    Folders& folders;
-    PathCalls& pathCalls;
-    FileDialog& dialog;
+    FileSystemObjects& objects = noFiles();
+    FileStatus& status = noFiles();
+    Folders& folders = noFiles();
+    PathCalls& pathCalls = noFiles();
+    FileDialog& dialog = noFiles();
 };
+
+inline FilePorts NoFiles::ports() {
+    return {*this, *this, *this, *this, *this};
+}
 
 } // namespace tarncom32::platform

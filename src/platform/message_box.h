@@ -17,8 +17,11 @@ enum class MessageAnswer { Ok = 1, Yes = 6, No = 7 };
 class MessageBox {
 public:
     virtual ~MessageBox() = default;
-    /// `style` is one of `message_style`. Never fails: a surrounding without a user answers by its own policy.
+    /// `style` is one of `message_style`. Never fails: a platform without a user answers by its own policy.
     virtual MessageAnswer show(automation::StringView text, int style, automation::StringView title) = 0;
 };
+
+/// Where nobody is to be told: shows nothing, and answers OK, or No to a question.
+MessageBox& noMessageBox();
 
 } // namespace tarncom32::platform

@@ -1,13 +1,20 @@
 #pragma once
 
-#include "platform/file_ports.h"
+#include "platform/file_dialog.h"
+#include "platform/file_status.h"
+#include "platform/file_system_objects.h"
+#include "platform/folders.h"
+#include "platform/path_calls.h"
 
 namespace tarncom32::platform {
 
-/// A surrounding without files: nothing exists, no file-system object can be made (429), dialogs are cancelled.
+struct FilePorts;
+
+/// Where there are no files: nothing exists, no file-system object can be made (429), dialogs are cancelled.
 class NoFiles : public FileSystemObjects, public FileStatus, public Folders, public PathCalls, public FileDialog {
 public:
-    FilePorts ports() { return {*this, *this, *this, *this, *this}; }
+    /// All ports of files; platform/file_ports.h has the type.
+    FilePorts ports();
 
     automation::ObjectRef create() override;
     std::uint32_t attributes(automation::StringView) override { return file_attribute::kNone; }
@@ -23,5 +30,8 @@ public:
     FileDialogAnswer showOpen(const FileDialogRequest&) override { return {}; }
     FileDialogAnswer showSave(const FileDialogRequest&) override { return {}; }
 };
+
+/// One for all that have no files.
+NoFiles& noFiles();
 
 } // namespace tarncom32::platform

@@ -8,13 +8,18 @@
 
 namespace tarncom32::platform {
 
-/// What the library needs from its surroundings. Objects keep a reference: it must outlive all of them.
+/// What the library needs of the system that it runs on, a port each. A platform is made with the names of the ports
+/// that it has, in this order; behind each of the others stands what its header has for a platform without it:
+///
+///     platform::Platform platform{.messageBox = terminal, .registry = store};
+///
+/// Objects keep a reference: the platform and its ports must outlive all of them.
 struct Platform {
-    MessageBox& messageBox;
-    RunningApplications& applications;
-    const CodePage& codePage;
-    Registry& registry;
-    FilePorts files;
+    MessageBox& messageBox = noMessageBox();
+    RunningApplications& applications = noApplications();
+    const CodePage& codePage = westernCodePage();
+    Registry& registry = noRegistry();
+    FilePorts files{};
 };
 
 } // namespace tarncom32::platform

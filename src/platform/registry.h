@@ -8,7 +8,7 @@
 
 /// The registry: a tree of keys, each with values that have a name, a type and bytes.
 ///
-/// Names are 8-bit texts of the surroundings' code page, compared without regard to case; the spelling of the first
+/// Names are 8-bit texts of the platform's code page, compared without regard to case; the spelling of the first
 /// writer stays. A path has "\" between its levels; the empty path is the root itself, and a path that begins with "\"
 /// is invalid and names no key. Whatever a store cannot read or write for its own reasons (a damaged file, a full
 /// disk) is an `automation::Error` that says what happened, and never looks like an absent value.
@@ -93,5 +93,8 @@ public:
     /// it from being created.
     virtual std::unique_ptr<RegistryKey> create(std::int32_t root, std::string_view path) = 0;
 };
+
+/// Where there is none: no key exists, and creating one raises 75.
+Registry& noRegistry();
 
 } // namespace tarncom32::platform

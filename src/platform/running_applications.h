@@ -14,11 +14,7 @@ public:
     virtual automation::ObjectRef start(automation::StringView progId) = 0;
 };
 
-/// A surrounding without applications: both members raise 429.
-class NoApplications final : public RunningApplications {
-public:
-    automation::ObjectRef attach(automation::StringView progId) override;
-    automation::ObjectRef start(automation::StringView progId) override;
-};
+/// Where there are none: both members raise 429.
+RunningApplications& noApplications();
 
 } // namespace tarncom32::platform

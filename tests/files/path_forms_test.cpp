@@ -8,7 +8,7 @@ using testing::ElementsAre;
 
 class PathFormsTest : public FilesTest {
 protected:
-    String byFinding(StringView path) { return PathForms(files_, surroundings_.codePage).longPathByFinding(path); }
+    String byFinding(StringView path) { return PathForms(files_, platform::westernCodePage()).longPathByFinding(path); }
 };
 
 TEST_F(PathFormsTest, TreatVersionFourInOppositeWays) {
@@ -94,9 +94,7 @@ TEST_F(PathFormsTest, ReportAFailureUnderTheRoutineThatFailed) {
         std::size_t longPath(const String&, std::span<char16_t>) override { throw Error(57); }
         platform::SystemVersion known{4, 0};
     } failing;
-    platform::Platform& platform = surroundings_.platform;
-    platform::Platform broken{platform.messageBox, platform.applications, platform.codePage, platform.registry,
-                              failing.ports()};
+    platform::Platform broken{.messageBox = surroundings_.messageBox, .files = failing.ports()};
     const auto operations = make<FileOperations>(broken);
     EXPECT_EQ(operations->getLongPath(u"C:\\x"), u"");
     EXPECT_EQ(operations->getShortPath(u"C:\\x"), u"");

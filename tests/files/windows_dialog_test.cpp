@@ -126,9 +126,8 @@ protected:
     tests::TemporaryFolder folder_;
     String folderText_;
     tests::TestPlatform surroundings_;
-    platform::windows::WindowsFiles files_{surroundings_.applications, surroundings_.codePage};
-    platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 *surroundings_.registry, files_.ports()};
+    platform::windows::WindowsFiles files_{platform::noApplications(), platform::westernCodePage()};
+    platform::Platform platform_{.messageBox = surroundings_.messageBox, .files = files_.ports()};
     automation::Ref<CommonDlg> dialog_ = automation::make<CommonDlg>(platform_);
 };
 

@@ -41,9 +41,8 @@ protected:
 
     tests::TemporaryFolder folder_;
     tests::TestPlatform surroundings_;
-    platform::windows::WindowsFiles files_{surroundings_.applications, surroundings_.codePage};
-    platform::Platform platform_{surroundings_.messageBox, surroundings_.applications, surroundings_.codePage,
-                                 *surroundings_.registry, files_.ports()};
+    platform::windows::WindowsFiles files_{platform::noApplications(), platform::westernCodePage()};
+    platform::Platform platform_{.messageBox = surroundings_.messageBox, .files = files_.ports()};
     automation::Ref<FileOperations> operations_ = automation::make<FileOperations>(platform_);
 };
 
@@ -77,7 +76,7 @@ TEST_F(WindowsPortsTest, ConvertFormsByEitherCall) {
     ASSERT_FALSE(shorter.empty());
     EXPECT_EQ(operations_->getLongPath(file), file);
     OlderWindows older;
-    const PathForms narrow(older, surroundings_.codePage);
+    const PathForms narrow(older, platform::westernCodePage());
     EXPECT_EQ(narrow.shortPath(file), shorter);
     EXPECT_EQ(narrow.longPath(shorter), file);
     EXPECT_EQ(narrow.longPathByFinding(inFolder(u"A LONG FILE NAME.TEXT")), file);
@@ -97,7 +96,7 @@ TEST_F(WindowsPortsTest, NamesOutsideTheCodePageExistForTheWideCallsOnly) {
     ASSERT_NE(GetFileAttributesW(wide(file)), INVALID_FILE_ATTRIBUTES);
     EXPECT_TRUE(operations_->getLongPath(file).ends_with(u"\uA4D0.txt"));
     OlderWindows older;
-    EXPECT_EQ(PathForms(older, surroundings_.codePage).longPath(file), u"");
+    EXPECT_EQ(PathForms(older, platform::westernCodePage()).longPath(file), u"");
     EXPECT_TRUE(operations_->isFileReadOnly(file).isTrue());
     EXPECT_TRUE(operations_->isFileAlreadyOpened(file).isTrue());
 }
@@ -112,7 +111,7 @@ TEST_F(WindowsPortsTest, LongPathsOverrunNothing) {
     const String plain = path.substr(4);
     EXPECT_EQ(operations_->getLongPath(plain), plain);
     OlderWindows older;
-    const PathForms narrow(older, surroundings_.codePage);
+    const PathForms narrow(older, platform::westernCodePage());
     for (const String& form : {narrow.longPath(plain), narrow.shortPath(plain)})
         EXPECT_TRUE(form.empty() || form == String(260, u'!') || form.size() < 260) << automation::toUtf8(form);
     EXPECT_EQ(narrow.longPath(path).size() % 260, 0U); // 260 exclamation marks, or nothing where the call refuses

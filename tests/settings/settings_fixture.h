@@ -105,7 +105,7 @@ protected:
     tests::TestPlatform surroundings_;
     platform::Registry& real_ = *surroundings_.registry;
     FaultyRegistry registry_{real_};
-    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
+    platform::Platform platform_{.messageBox = surroundings_.messageBox, .registry = registry_};
     RegistryOperations operations_{platform_};
 };
 

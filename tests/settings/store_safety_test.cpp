@@ -45,7 +45,7 @@ String valueOf(StringView path, int number) {
 /// The store as each process opens it.
 class Store {
 public:
-    explicit Store(const fs::path& file) : registry_(file, surroundings_.codePage) {}
+    explicit Store(const fs::path& file) : registry_(file, platform::westernCodePage()) {}
 
     void createKey(StringView path) { operations_.createRegistryKey(kRoot, path); }
     void write(StringView path, int number) {
@@ -61,9 +61,8 @@ public:
     void save(StringView path) { operations_.saveProfileValue(path, u"Afterwards", u"works", kRoot); }
 
 private:
-    tests::TestPlatform surroundings_;
     platform::portable::SqliteRegistry registry_;
-    platform::Platform platform_ = tests::withRegistry(surroundings_.platform, registry_);
+    platform::Platform platform_{.registry = registry_};
     RegistryOperations operations_{platform_};
 };
 

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/no_files.h"
 #include "platform/platform.h"
-#include "platform/portable/windows_1252.h"
 #include "support/test_registry.h"
 
 #include <memory>
@@ -37,26 +35,20 @@ public:
     platform::MessageAnswer answer = platform::MessageAnswer::Ok;
 };
 
-/// Surroundings in which nothing happens but what the test does; `Files` are the only files there.
+/// A platform on which nothing happens but what the test does; `Files` are the only files there.
 template <class Files>
 struct PlatformWith {
-    PlatformWith() : PlatformWith(noApplications) {}
-    /// With applications to attach to, which must outlive it.
-    explicit PlatformWith(platform::RunningApplications& running) : applications(running) {}
+    /// With applications to attach to, if any, which must outlive it.
+    explicit PlatformWith(platform::RunningApplications& running = platform::noApplications())
+        : applications(running) {}
 
     RecordingMessageBox messageBox;
-    platform::NoApplications noApplications;
     platform::RunningApplications& applications;
-    platform::portable::Windows1252 codePage;
     std::shared_ptr<platform::Registry> registry = testRegistry();
     Files files;
-    platform::Platform platform{messageBox, applications, codePage, *registry, files.ports()};
+    platform::Platform platform{
+        .messageBox = messageBox, .applications = applications, .registry = *registry, .files = files.ports()};
 };
 using TestPlatform = PlatformWith<platform::NoFiles>;
-
-/// The same surroundings with another registry.
-inline platform::Platform withRegistry(const platform::Platform& surroundings, platform::Registry& registry) {
-    return {surroundings.messageBox, surroundings.applications, surroundings.codePage, registry, surroundings.files};
-}
 
 } // namespace tarncom32::tests

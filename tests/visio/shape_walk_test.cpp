@@ -70,9 +70,10 @@ TEST_F(ShapeWalkTest, AShapeBelongsToTheApplicationThatItsCellNamesExactly) {
                                                               {u"Planner", u"Planner", true}};
     for (const auto& [formula, application, ours] : cases) {
         const ObjectRef shape = draw(page_, u"x");
-        EXPECT_FALSE(frame::weCareAboutThisShape(surroundings.codePage, *shape, u"")) << "there is no cell";
+        EXPECT_FALSE(frame::weCareAboutThisShape(platform::westernCodePage(), *shape, u"")) << "there is no cell";
         setUserCell(shape, u"Application", formula);
-        EXPECT_EQ(frame::weCareAboutThisShape(surroundings.codePage, *shape, application), ours) << toUtf8(formula);
+        EXPECT_EQ(frame::weCareAboutThisShape(platform::westernCodePage(), *shape, application), ours)
+            << toUtf8(formula);
         shape->call(u"Delete");
     }
 }

@@ -8,19 +8,23 @@
 
 namespace tarncom32::platform::portable {
 
-/// The surroundings of a native program: messages and file dialogs on the terminal, the user's files and registry file,
+/// The platform of a native program: messages and file dialogs on the terminal, the user's files and registry file,
 /// the Western code page, and no applications but those that the program brings. Nothing is opened before it is needed.
 ///
 ///     platform::portable::PortablePlatform platform;
 ///     library::Library library(platform);
 class PortablePlatform {
 public:
-    PortablePlatform() : PortablePlatform(terminal_, noApplications_) {}
+    PortablePlatform() : PortablePlatform(terminal_) {}
 
-    /// With message boxes and applications of the program's own, which must outlive this object. A `standin::Host` as
-    /// the applications lets the library find the stand-in where it looks for a running Visio.
-    PortablePlatform(MessageBox& messageBox, RunningApplications& applications)
-        : platform_{messageBox, applications, codePage_, registry_, files_.ports()} {}
+    /// With message boxes, and maybe applications, of the program's own, which must outlive this object. A
+    /// `standin::Host` as the applications lets the library find the stand-in where it looks for a running Visio.
+    explicit PortablePlatform(MessageBox& messageBox, RunningApplications& applications = noApplications())
+        : platform_{.messageBox = messageBox,
+                    .applications = applications,
+                    .codePage = codePage_,
+                    .registry = registry_,
+                    .files = files_.ports()} {}
     PortablePlatform(const PortablePlatform&) = delete;
     PortablePlatform& operator=(const PortablePlatform&) = delete;
 
@@ -28,7 +32,6 @@ public:
 
 private:
     TerminalMessageBox terminal_;
-    NoApplications noApplications_;
     Windows1252 codePage_;
     SqliteRegistry registry_{SqliteRegistry::defaultFile(), codePage_};
     PortableFiles files_{codePage_};
