@@ -1,8 +1,10 @@
+#include "com/type_library/type_library_text.h"
 #include "com/bridge/com_ptr.h"
 #include "com/bridge/failure.h"
-#include "com/type_library/description.h"
+#include "library/contract_text.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
 
@@ -11,6 +13,21 @@ namespace tarncom32::com::testing {
 namespace {
 
 using automation::toUtf8;
+using tests::contract::heading;
+using tests::contract::memberLines;
+using tests::contract::plainLine;
+using tests::contract::typeWord;
+
+/// The words of the bits that are set, from the lowest on, with `separator` between them; a bit without a word by its
+/// number.
+std::string wordsOf(unsigned flags, std::initializer_list<const char*> words, const char* separator = " ") {
+    std::string text;
+    for (unsigned bit = 0; flags >> bit; ++bit)
+        if (flags >> bit & 1)
+            text += (text.empty() ? "" : separator) +
+                    (bit < words.size() ? words.begin()[bit] : "bit " + std::to_string(bit));
+    return text;
+}
 
 void check(HRESULT result, const std::string& what) {
     if (FAILED(result)) throw std::runtime_error(what + " failed with " + std::to_string(result));
@@ -38,9 +55,15 @@ public:
     const TYPEATTR& attributes() const { return *attributes_; }
     std::string name(MEMBERID member = MEMBERID_NIL) const { return documentation(member).first; }
     std::string help(MEMBERID member = MEMBERID_NIL) const { return documentation(member).second; }
-    /// The first line of a description: what the type is.
-    std::string head(const TypeReader& flagsOf) const {
-        return textOf(attributes_->guid) + typeFlagWords(flagsOf.attributes().wTypeFlags) + helpText(help());
+    /// The start of a block: the kind of the type, its name and identifier, and the words of its flags.
+    std::string start(const std::string& kind, const TypeReader& flagsOf) const {
+        const std::string flags =
+            wordsOf(flagsOf.attributes().wTypeFlags,
+                    {"appobject", "creatable", "licensed", "predeclared", "hidden", "control", "dual", "nonextensible",
+                     "oleautomation", "restricted", "aggregatable", "replaceable", "dispatchable"});
+        return heading(kind + " " + name() + (attributes_->guid == GUID_NULL ? "" : " " + textOf(attributes_->guid)) +
+                           (flags.empty() ? "" : ": " + flags),
+                       help());
     }
     /// The type that the index-th entry of this one's list of implemented types refers to; for a dual interface ~0
     /// is the vtable's view of it.
@@ -52,7 +75,7 @@ public:
     std::string implementationWordsOf(UINT index) const {
         INT flags = 0;
         check(type_->GetImplTypeFlags(index, &flags), "GetImplTypeFlags");
-        return implementationWords(static_cast<unsigned>(flags));
+        return wordsOf(static_cast<unsigned>(flags), {"default", "source", "restricted", "defaultvtable"});
     }
     void forEachFunction(const std::function<void(const FUNCDESC&)>& visit) const {
         for (UINT i = 0; i < attributes_->cFuncs; ++i) {
@@ -76,35 +99,39 @@ public:
         case VT_PTR:
             return typeText(*type.lptdesc) + "*";
         case VT_SAFEARRAY:
-            return "SAFEARRAY(" + typeText(*type.lptdesc) + ")";
+            return typeText(*type.lptdesc) + "()";
         case VT_CARRAY:
             return typeText(type.lpadesc->tdescElem) + "[" + std::to_string(type.lpadesc->rgbounds[0].cElements) + "]";
         case VT_USERDEFINED:
             return referred(type.hreftype).name();
+        case VT_VOID:
+            return "";
         default:
             return typeWord(type.vt);
         }
     }
 
-    /// The accessors of a property share the names and the help text that stand under its number.
-    std::string memberLine(const FUNCDESC& function, int slot, std::string result) const {
-        Member member{slot,
-                      function.memid,
-                      static_cast<unsigned>(function.invkind),
-                      function.wFuncFlags,
-                      name(function.memid),
-                      {},
-                      std::move(result),
-                      help(function.memid)};
+    /// The accessors of a property share the names and the help text that stand under its number. `result` is what
+    /// callers through IDispatch get; in the vtable it is the last parameter.
+    std::string memberText(const FUNCDESC& function, int slot, const std::string& result) const {
+        std::vector<tests::contract::Parameter> parameters;
         const std::vector<std::string> names = parameterNames(function);
         for (std::size_t i = 0; i < names.size(); ++i) {
             const ELEMDESC& parameter = function.lprgelemdescParam[i];
             const unsigned flags = parameter.paramdesc.wParamFlags;
-            member.parameters.push_back({flags, typeText(parameter.tdesc), names[i], {}});
-            if (flags & PARAMFLAG_FHASDEFAULT)
-                member.parameters.back().defaultValue = valueText(parameter.paramdesc.pparamdescex->varDefaultValue);
+            const bool hasDefault = flags & PARAMFLAG_FHASDEFAULT;
+            const std::string type = typeText(parameter.tdesc);
+            if (slot != 0 && flags == (PARAMFLAG_FOUT | PARAMFLAG_FRETVAL) && type == result + "*") continue;
+            parameters.push_back(
+                {wordsOf(flags & ~unsigned{PARAMFLAG_FHASDEFAULT}, {"in", "out", "lcid", "retval", "optional"}, ", "),
+                 type, names[i], hasDefault ? valueText(parameter.paramdesc.pparamdescex->varDefaultValue) : ""});
         }
-        return line(member);
+        std::string words = wordsOf(function.wFuncFlags, {"restricted", "source", "bindable", "requestedit",
+                                                          "displaybind", "defaultbind", "hidden"});
+        words += (words.empty() ? "" : " ") +
+                 wordsOf(static_cast<unsigned>(function.invkind), {"method", "get", "let", "set"});
+        return memberLines(
+            {slot, function.memid, words, name(function.memid), std::move(parameters), result, help(function.memid)});
     }
 
 private:
@@ -144,7 +171,7 @@ private:
     TYPEATTR* attributes_ = nullptr;
 };
 
-std::vector<std::string> interfaceLines(const TypeReader& dispatchView) {
+std::string interfaceText(const TypeReader& dispatchView) {
     // The dispatch view never says that the interface is fit for automation, but what callers through IDispatch get;
     // the vtable's view has an HRESULT there.
     const TypeReader view = dispatchView.implemented(~0u);
@@ -152,82 +179,79 @@ std::vector<std::string> interfaceLines(const TypeReader& dispatchView) {
     dispatchView.forEachFunction([&](const FUNCDESC& function) {
         results[{function.memid, function.invkind}] = dispatchView.typeText(function.elemdescFunc.tdesc);
     });
-    std::vector<std::string> lines{dispatchView.head(view)};
+    std::string text = dispatchView.start("interface", view);
     view.forEachFunction([&](const FUNCDESC& function) {
-        lines.push_back(view.memberLine(function, function.oVft / static_cast<int>(sizeof(void*)),
-                                        results[{function.memid, function.invkind}]));
+        text += view.memberText(function, function.oVft / static_cast<int>(sizeof(void*)),
+                                results[{function.memid, function.invkind}]);
         if (function.funckind != FUNC_PUREVIRTUAL || function.callconv != CC_STDCALL ||
             function.elemdescFunc.tdesc.vt != VT_HRESULT)
-            lines.back() += " and is no vtable entry of automation";
+            text += plainLine("and is no vtable entry of automation");
     });
-    return lines;
+    return text;
 }
 
-/// What kind of thing the type is, and its lines.
-std::pair<std::string, std::vector<std::string>> describeType(const TypeReader& type) {
-    std::vector<std::string> lines{type.head(type)};
+std::string textOfType(const TypeReader& type) {
+    std::string text;
     switch (type.attributes().typekind) {
     case TKIND_DISPATCH:
-        if (type.attributes().wTypeFlags & TYPEFLAG_FDUAL) return {"interface ", interfaceLines(type)};
+        if (type.attributes().wTypeFlags & TYPEFLAG_FDUAL) return interfaceText(type);
+        text = type.start("events", type);
         type.forEachFunction([&](const FUNCDESC& function) {
-            lines.push_back(type.memberLine(function, 0, type.typeText(function.elemdescFunc.tdesc)));
+            text += type.memberText(function, 0, type.typeText(function.elemdescFunc.tdesc));
         });
-        return {"events ", lines};
+        return text;
     case TKIND_COCLASS:
+        text = type.start("class", type);
         for (UINT i = 0; i < type.attributes().cImplTypes; ++i)
-            lines.push_back(type.implementationWordsOf(i) + type.implemented(i).name());
-        return {"class ", lines};
+            text += plainLine(type.implementationWordsOf(i) + " " + type.implemented(i).name());
+        return text;
     case TKIND_RECORD:
+        text = type.start("record", type);
         type.forEachVariable([&](const VARDESC& field) {
-            lines.push_back(type.typeText(field.elemdescVar.tdesc) + " " + type.name(field.memid));
+            text += plainLine(type.typeText(field.elemdescVar.tdesc) + " " + type.name(field.memid));
         });
-        return {"record ", lines};
+        return text;
     case TKIND_ENUM:
+        text = type.start("enumeration", type);
         type.forEachVariable([&](const VARDESC& value) {
-            const bool constant = value.varkind == VAR_CONST && value.lpvarValue->vt == VT_I4;
-            lines.push_back(type.name(value.memid) + " = " +
-                            (constant ? std::to_string(value.lpvarValue->lVal) : "no 32-bit constant") +
-                            helpText(type.help(value.memid)));
+            if (value.varkind != VAR_CONST || value.lpvarValue->vt != VT_I4)
+                throw std::runtime_error(type.name(value.memid) + " is no 32-bit constant");
+            text += tests::contract::valueLine(type.name(value.memid), value.lpvarValue->lVal, type.help(value.memid));
         });
-        return {"enumeration ", lines};
+        return text;
     default:
-        return {"another type ", lines};
+        return type.start("another type", type);
     }
 }
 
-std::string libraryLine(ITypeLib& library) {
+std::string libraryText(ITypeLib& library) {
     TLIBATTR* lent = nullptr;
     check(library.GetLibAttr(&lent), "GetLibAttr");
     const TLIBATTR attributes = *lent;
     library.ReleaseTLibAttr(lent);
+    if (attributes.syskind != (sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32))
+        throw std::runtime_error("the type library is of another system");
     OwnedText name;
     OwnedText help;
     library.GetDocumentation(-1, name.put(), help.put(), nullptr, nullptr);
-    return textOf(name) + " " + textOf(attributes.guid) + " " + std::to_string(attributes.wMajorVerNum) + "." +
-           std::to_string(attributes.wMinorVerNum) + " of " +
-           (attributes.syskind == SYS_WIN64   ? "win64"
-            : attributes.syskind == SYS_WIN32 ? "win32"
-                                              : "another system") +
-           helpText(textOf(help));
+    return "library " + textOf(name) + " " + textOf(attributes.guid) + " " + std::to_string(attributes.wMajorVerNum) +
+           "." + std::to_string(attributes.wMinorVerNum) + "\n" + plainLine('"' + textOf(help) + '"');
 }
 
 } // namespace
 
-Description describeTypeLibrary(const automation::Guid& guid) {
+std::string typeLibraryText(const automation::Guid& guid) {
     ComPtr<ITypeLib> library;
     OwnedText path;
     check(QueryPathOfRegTypeLib(toGuid(guid), 1, 0, LOCALE_NEUTRAL, path.put()), "looking for the type library");
     check(LoadTypeLibEx(path.get(), REGKIND_NONE, library.put()), "loading the type library");
-    Description all;
-    all["library"] = {libraryLine(*library.get())};
+    std::string text = libraryText(*library.get());
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
         ComPtr<ITypeInfo> found;
         check(library->GetTypeInfo(i, found.put()), "GetTypeInfo");
-        const TypeReader type(std::move(found));
-        auto [kind, lines] = describeType(type);
-        all[kind + type.name()] = std::move(lines);
+        text += textOfType(TypeReader(std::move(found)));
     }
-    return all;
+    return text;
 }
 
 } // namespace tarncom32::com::testing
