@@ -78,7 +78,7 @@ Boolean FileOperations::isFileAlreadyOpened(StringView strFile) {
 
 String FileOperations::cleanFileName(Variant& sFileName) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"CleanFileName", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         String text = toText(sFileName);
         for (const char16_t unclean : kUncleanCharacters)
             text = replaceWithUnderscore(std::move(text), unclean);
@@ -110,7 +110,7 @@ String FileOperations::limitFileNameLength(StringView sCompleteFileName, std::in
 
 String FileOperations::getTempDirectory(ObjectRef& oFSO) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"GetTempDirectory", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         const Variant folder = fileSystemObject(oFSO).call(u"GetSpecialFolder", kTemporaryFolder);
         result = toText(folder.isObject() ? deref(toObject(folder)).get(u"Path") : folder);
         if (!result.ends_with(u'\\')) result.push_back(u'\\');
@@ -120,14 +120,14 @@ String FileOperations::getTempDirectory(ObjectRef& oFSO) {
 
 String FileOperations::getTempFileName(ObjectRef& oFSO) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"GetTempFileName",
+    reportAndStop(platform_.messageBox, describe(),
                   [&] { result = toText(fileSystemObject(oFSO).call(u"GetTempName")); });
     return result;
 }
 
 String FileOperations::getTempPathFileName(ObjectRef& oFSO, StringView sExtension) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"GetTempPathFileName", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         fileSystemObject(oFSO);
         const String folder = getTempDirectory(oFSO);
         String name = getTempFileName(oFSO);
@@ -139,7 +139,7 @@ String FileOperations::getTempPathFileName(ObjectRef& oFSO, StringView sExtensio
 
 void FileOperations::saveStreamToFile(StringView sStreamToSave, StringView sFullFileName, Boolean bOverwrite,
                                       ObjectRef& oFSO) {
-    reportAndStop(platform_.messageBox, kClassName, u"SaveStreamToFile", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         // Nothing is said of UTF-16, so that the file is in the code page.
         std::array<Variant, 2> arguments{Variant(sFullFileName), Variant(bOverwrite)};
         const ObjectRef stream =
@@ -151,14 +151,14 @@ void FileOperations::saveStreamToFile(StringView sStreamToSave, StringView sFull
 
 String FileOperations::getShortPath(StringView sLongPath) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"GetShortPath",
+    reportAndStop(platform_.messageBox, describe(),
                   [&] { result = PathForms(platform_.files.pathCalls, platform_.codePage).shortPath(sLongPath); });
     return result;
 }
 
 String FileOperations::getLongPath(StringView sShortPath) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"GetLongPath", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         if (canUseLongPathCall(platform_.files.pathCalls.version()))
             result = PathForms(platform_.files.pathCalls, platform_.codePage).longPath(sShortPath);
         else

@@ -1,5 +1,7 @@
 #include "frame/report.h"
 
+#include <stdexcept>
+
 namespace tarncom32::frame {
 
 using automation::String;
@@ -32,6 +34,13 @@ void reportError(platform::MessageBox& messageBox, StringView componentName, Str
     text.append(u"\r\nError Number: ").append(automation::decimalText(error.number));
     text.append(u"\r\nError Description: ").append(error.description);
     messageBox.show(text, platform::message_style::kInformation, kLibraryName);
+}
+
+StringView memberNameOf(const automation::ClassInfo& component, const char* function) {
+    const String name = automation::fromUtf8(function);
+    if (const automation::MemberInfo* member = component.findAny(automation::MemberName(name))) return member->name;
+    throw std::logic_error(automation::toUtf8(component.name) + " has no member " + function +
+                           "; say under which name it reports");
 }
 
 } // namespace tarncom32::frame

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "automation/class_info.h"
 #include "automation/error.h"
 #include "platform/platform.h"
 
@@ -54,7 +55,7 @@ void trap(Body&& body, Handler&& handle) {
 }
 
 /// Report and stop: runs `body` up to its first failure, which is reported and goes no further. What `body` assigned
-/// before stays.
+/// before stays. The form for a routine that is no member; members use the one below.
 template <class Body>
 void reportAndStop(platform::MessageBox& messageBox, automation::StringView componentName,
                    automation::StringView procedureName, Body&& body) {
@@ -62,6 +63,20 @@ void reportAndStop(platform::MessageBox& messageBox, automation::StringView comp
         const CurrentErrorScope scope(error);
         reportError(messageBox, componentName, procedureName);
     });
+}
+
+/// The published name of the member of `component` that the C++ function of that name implements: the same but for the
+/// case of its letters. Throws `std::logic_error` when the table has no such member.
+automation::StringView memberNameOf(const automation::ClassInfo& component, const char* function);
+
+/// Report and stop for the body of a public member, which is reported under its published name. `function` is the C++
+/// function that calls this; its name is looked up once for each body, so that one that is no member's shows at the
+/// first call, failing or not.
+template <class Body>
+void reportAndStop(platform::MessageBox& messageBox, const automation::ClassInfo& component, Body&& body,
+                   const char* function = __builtin_FUNCTION()) {
+    static const automation::StringView name = memberNameOf(component, function);
+    reportAndStop(messageBox, component.name, name, std::forward<Body>(body));
 }
 
 /// Silent: a step that fails is skipped; whether it succeeded.

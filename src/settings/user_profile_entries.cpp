@@ -59,7 +59,7 @@ Ref<UserProfile> UserProfileEntries::containingProfile() {
 
 Ref<UserProfileEntry> UserProfileEntries::createNewItem() {
     Ref<UserProfileEntry> created;
-    frame::reportAndStop(platform_.messageBox, kClassName, u"CreateNewItem", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         const Ref<UserProfileEntry> entry = automation::make<UserProfileEntry>(platform_, link_);
         entries_->add(Variant(entry), entry->identity());
         created = entry;
@@ -68,7 +68,7 @@ Ref<UserProfileEntry> UserProfileEntries::createNewItem() {
 }
 
 void UserProfileEntries::removeItem(Ref<UserProfileEntry> oObject) {
-    frame::reportAndStop(platform_.messageBox, kClassName, u"RemoveItem", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         if (!oObject) return;
         entries_->remove(oObject->identity());
         nameIndex_->remove(oObject->name());

@@ -160,7 +160,7 @@ Boolean StringFunctions::checkForNameInList(StringView sName, StringArray asList
 
 String StringFunctions::returnStringAfterLastDelimiter(StringView sSource, StringView sDelimiter) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"ReturnStringAfterLastDelimiter", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         const std::size_t position = positionInReversed(sSource, sDelimiter);
         if (position > 0)
             result = from(sSource, sSource.size() - position + 2);
@@ -172,7 +172,7 @@ String StringFunctions::returnStringAfterLastDelimiter(StringView sSource, Strin
 
 String StringFunctions::returnStringBeforeLastDelimiter(StringView sSource, StringView sDelimiter) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"ReturnStringBeforeLastDelimiter", [&] {
+    reportAndStop(platform_.messageBox, describe(), [&] {
         const std::size_t position = positionInReversed(sSource, sDelimiter);
         if (position > 0)
             result = left(sSource, sSource.size() - position);
@@ -184,7 +184,7 @@ String StringFunctions::returnStringBeforeLastDelimiter(StringView sSource, Stri
 
 String StringFunctions::reverseString(StringView sText) {
     String result;
-    reportAndStop(platform_.messageBox, kClassName, u"ReverseString", [&] { result = reversed(sText); });
+    reportAndStop(platform_.messageBox, describe(), [&] { result = reversed(sText); });
     return result;
 }
 

@@ -85,7 +85,7 @@ Boolean VisioFunctions::testForDocumentVersionCompatibility(const ObjectRef& ovD
 
 std::int16_t VisioFunctions::whichVisioMajorVersionIsThis(const ObjectRef& ovAppVisio) {
     std::int16_t version = 0;
-    frame::reportAndStop(platform_.messageBox, kClassName, u"WhichVisioMajorVersionIsThis", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         const String text = automation::toText(deref(ovAppVisio).get(u"Version"));
         version = automation::roundToInteger(automation::leadingNumber(text));
     });
@@ -93,7 +93,7 @@ std::int16_t VisioFunctions::whichVisioMajorVersionIsThis(const ObjectRef& ovApp
 }
 
 void VisioFunctions::moveDocumentToVisio(const ObjectRef& ovDocToMove) {
-    frame::reportAndStop(platform_.messageBox, kClassName, u"MoveDocumentToVisio", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         const ObjectRef target = platform_.applications.start(kVisio);
         Object& document = deref(ovDocToMove);
         const String fullName = automation::toText(document.get(u"FullName"));
@@ -132,7 +132,7 @@ void VisioFunctions::walk(Object& container, const Walk& walk) {
 void VisioFunctions::getAllTheShapesFromThePage(const ObjectRef& ovPage, const ObjectRef& oCollection,
                                                 Boolean bIncludeSubShapes, Boolean bWeCareAboutThisShape,
                                                 StringView sApplicationName) {
-    frame::reportAndStop(platform_.messageBox, kClassName, u"GetAllTheShapesFromThePage", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         walk(deref(ovPage), {oCollection, bIncludeSubShapes, bWeCareAboutThisShape, sApplicationName, false});
     });
 }
@@ -140,7 +140,7 @@ void VisioFunctions::getAllTheShapesFromThePage(const ObjectRef& ovPage, const O
 void VisioFunctions::getAllTheShapesFromTheShape(const ObjectRef& ovShape, const ObjectRef& oCollection,
                                                  Boolean bIncludeSubShapes, Boolean bWeCareAboutThisShape,
                                                  StringView sApplicationName) {
-    frame::reportAndStop(platform_.messageBox, kClassName, u"GetAllTheShapesFromTheShape", [&] {
+    frame::reportAndStop(platform_.messageBox, describe(), [&] {
         walk(deref(ovShape), {oCollection, bIncludeSubShapes, bWeCareAboutThisShape, sApplicationName, true});
     });
 }

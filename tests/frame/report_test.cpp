@@ -53,6 +53,26 @@ TEST(Report, TheRestOfAFailingBodyDoesNotRunAndNothingEscapes) {
     EXPECT_EQ(currentError().number, 0);
 }
 
+/// A class with one member that reports, and a routine that does so without being one.
+struct Component {
+    const ClassInfo info{u"Component", u"", {}, {}, {MemberInfo{.name = u"SelectShape", .dispid = 1, .help = u""}}};
+    tests::RecordingMessageBox box{};
+
+    void selectShape() {
+        reportAndStop(box, info, [] { throw Error(5); });
+    }
+    void noMember() {
+        reportAndStop(box, info, [] {});
+    }
+};
+
+TEST(Report, AMemberReportsUnderItsPublishedName) {
+    Component component;
+    component.selectShape();
+    EXPECT_THAT(component.box.headings(), testing::ElementsAre("Problem in Component.SelectShape"));
+    EXPECT_THROW(component.noMember(), std::logic_error) << "and that it is none shows without a failure";
+}
+
 TEST(Report, ASilentStepIsSkippedWithoutAWord) {
     EXPECT_FALSE(silently([] { throw Error(9); }));
     EXPECT_FALSE(silently([] { throw std::bad_alloc(); }));
