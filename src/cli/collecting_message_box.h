@@ -9,10 +9,10 @@ namespace tarncom32::cli {
 
 /// Keeps the text of every message, and hands it on to another box where there is one. Without one a question is
 /// answered with No, anything else with OK.
-class CollectingMessageBox final : public platform::MessageBox {
+class CollectingMessageBox final : public platform::MsgBox {
 public:
     /// `shownBy`, null for none, must outlive this object.
-    explicit CollectingMessageBox(platform::MessageBox* shownBy) : shownBy_(shownBy) {}
+    explicit CollectingMessageBox(platform::MsgBox* shownBy) : shownBy_(shownBy) {}
 
     platform::MessageAnswer show(automation::StringView text, int style, automation::StringView title) override;
 
@@ -20,7 +20,7 @@ public:
     const std::vector<std::string>& messages() const { return messages_; }
 
 private:
-    platform::MessageBox* shownBy_;
+    platform::MsgBox* shownBy_;
     std::vector<std::string> messages_;
 };
 

@@ -27,7 +27,7 @@ CurrentErrorScope::~CurrentErrorScope() {
     threadError = previous_;
 }
 
-void reportError(platform::MessageBox& messageBox, StringView componentName, StringView procedureName) {
+void reportError(platform::MsgBox& messageBox, StringView componentName, StringView procedureName) {
     const CurrentError& error = currentError();
     String text = u"Problem in ";
     text.append(componentName).append(u".").append(procedureName);

@@ -37,7 +37,7 @@ private:
 
 /// Tells the user, in a modal message box titled with the library's name, that `procedureName` of `componentName`
 /// failed with the current error. Reads the error and leaves it as it is; with no error it shows number 0.
-void reportError(platform::MessageBox& messageBox, automation::StringView componentName,
+void reportError(platform::MsgBox& messageBox, automation::StringView componentName,
                  automation::StringView procedureName);
 
 /// Calls `body` and hands every failure, those of the C++ library included, to `handle` as an `Error`.
@@ -57,7 +57,7 @@ void trap(Body&& body, Handler&& handle) {
 /// Report and stop: runs `body` up to its first failure, which is reported and goes no further. What `body` assigned
 /// before stays. The form for a routine that is no member; members use the one below.
 template <class Body>
-void reportAndStop(platform::MessageBox& messageBox, automation::StringView componentName,
+void reportAndStop(platform::MsgBox& messageBox, automation::StringView componentName,
                    automation::StringView procedureName, Body&& body) {
     trap(std::forward<Body>(body), [&](const automation::Error& error) {
         const CurrentErrorScope scope(error);

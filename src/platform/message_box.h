@@ -14,14 +14,14 @@ inline constexpr int kInformation = 64;   ///< an information sign; OK
 enum class MessageAnswer { Ok = 1, Yes = 6, No = 7 };
 
 /// Shows a modal message and waits until the user has answered it.
-class MessageBox {
+class MsgBox {
 public:
-    virtual ~MessageBox() = default;
+    virtual ~MsgBox() = default;
     /// `style` is one of `message_style`. Never fails: a platform without a user answers by its own policy.
     virtual MessageAnswer show(automation::StringView text, int style, automation::StringView title) = 0;
 };
 
 /// Where nobody is to be told: shows nothing, and answers OK, or No to a question.
-MessageBox& noMessageBox();
+MsgBox& noMessageBox();
 
 } // namespace tarncom32::platform

@@ -15,7 +15,7 @@ namespace tarncom32::platform {
 ///
 /// Objects keep a reference: the platform and its ports must outlive all of them.
 struct Platform {
-    MessageBox& messageBox = noMessageBox();
+    MsgBox& messageBox = noMessageBox();
     RunningApplications& applications = noApplications();
     const CodePage& codePage = westernCodePage();
     Registry& registry = noRegistry();

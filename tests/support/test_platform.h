@@ -9,7 +9,7 @@
 namespace tarncom32::tests {
 
 /// Keeps what would have been shown, and answers every question alike.
-class RecordingMessageBox final : public platform::MessageBox {
+class RecordingMessageBox final : public platform::MsgBox {
 public:
     struct Shown {
         automation::String text;

@@ -19,7 +19,7 @@ public:
 
     /// With message boxes, and maybe applications, of the program's own, which must outlive this object. A
     /// `standin::Host` as the applications lets the library find the stand-in where it looks for a running Visio.
-    explicit PortablePlatform(MessageBox& messageBox, RunningApplications& applications = noApplications())
+    explicit PortablePlatform(MsgBox& messageBox, RunningApplications& applications = noApplications())
         : platform_{.messageBox = messageBox,
                     .applications = applications,
                     .codePage = codePage_,

@@ -46,12 +46,39 @@ bool appendReport(const String& path, StringView text, StringView title) {
     return WriteFile(file.get(), report.data(), static_cast<DWORD>(report.size()), &written, nullptr) != 0;
 }
 
+constexpr const wchar_t* kDisabledByUs = L"TarnCom32.Disabled";
+
+BOOL CALLBACK disable(HWND window, LPARAM owner) {
+    if (window != reinterpret_cast<HWND>(owner) && IsWindowVisible(window) && IsWindowEnabled(window) &&
+        SetPropW(window, kDisabledByUs, window))
+        EnableWindow(window, FALSE);
+    return TRUE;
+}
+
+BOOL CALLBACK enable(HWND window, LPARAM) {
+    if (RemovePropW(window, kDisabledByUs)) EnableWindow(window, TRUE);
+    return TRUE;
+}
+
+/// Keeps the user's input from the calling thread's windows as long as it lives. A box with an owner disables only that
+/// one, and enables it again before it goes, so that the host stays in front.
+class OtherWindowsDisabled {
+public:
+    explicit OtherWindowsDisabled(HWND owner) {
+        EnumThreadWindows(GetCurrentThreadId(), disable, reinterpret_cast<LPARAM>(owner));
+    }
+    OtherWindowsDisabled(const OtherWindowsDisabled&) = delete;
+    ~OtherWindowsDisabled() { EnumThreadWindows(GetCurrentThreadId(), enable, 0); }
+};
+
 } // namespace
 
 MessageAnswer SystemMessageBox::show(StringView text, int style, StringView title) {
     if (const String log = reportLog(); !log.empty() && appendReport(log, text, title))
         return style == message_style::kQuestionYesNo ? MessageAnswer::No : MessageAnswer::Ok;
-    const int button = MessageBoxW(nullptr, wide(String(text)), wide(String(title)), static_cast<UINT>(style));
+    const HWND owner = GetActiveWindow();
+    const OtherWindowsDisabled others(owner);
+    const int button = MessageBoxW(owner, wide(String(text)), wide(String(title)), static_cast<UINT>(style));
     switch (button) {
     case IDYES:
         return MessageAnswer::Yes;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <future>
 
@@ -26,9 +27,24 @@ std::vector<HWND> windows(HWND inside, const wchar_t* ofClass) {
     return found;
 }
 
-/// Calls `FileOperations.CleanFileName` with Null, which it reports; what the caller got.
+/// A host's window.
+struct Window {
+    HWND handle = CreateWindowExW(0, L"STATIC", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
+                                  nullptr, nullptr, nullptr);
+    Window() = default;
+    Window(const Window&) = delete;
+    ~Window() { DestroyWindow(handle); }
+};
+
+std::atomic<HWND> hostWindow{nullptr}, otherWindow{nullptr};
+
+/// Calls `FileOperations.CleanFileName` with Null, which it reports, on a thread with two windows; what the caller got.
 HRESULT failInAMember() {
     const Apartment apartment;
+    const Window other, host;
+    hostWindow = host.handle;
+    otherWindow = other.handle;
+    SetActiveWindow(host.handle);
     const ComPtr<IDispatch> object = create(L"TarnCom32.FileOperations");
     if (!object) return REGDB_E_CLASSNOTREG;
     std::vector<Value> fileName(1);
@@ -36,7 +52,8 @@ HRESULT failInAMember() {
     Value cleaned;
     const HRESULT result =
         invoke(*object.get(), idOf(*object.get(), L"CleanFileName"), INVOKE_FUNC, fileName, &cleaned);
-    return result == S_OK && SysStringLen(cleaned.bstrVal) != 0 ? E_UNEXPECTED : result;
+    const bool usable = IsWindowEnabled(host.handle) && IsWindowEnabled(other.handle);
+    return result == S_OK && (SysStringLen(cleaned.bstrVal) != 0 || !usable) ? E_UNEXPECTED : result;
 }
 
 TEST(ErrorReport, TellsTheUserWhatFailedAndWaitsForTheButton) {
@@ -58,6 +75,8 @@ TEST(ErrorReport, TellsTheUserWhatFailedAndWaitsForTheButton) {
                                                L"Error Description: Invalid use of Null");
     EXPECT_EQ(windows(box, L"Button").size(), 1u);
     EXPECT_EQ(call.wait_for(std::chrono::seconds(0)), std::future_status::timeout) << "the call did not wait";
+    EXPECT_EQ(GetWindow(box, GW_OWNER), hostWindow);
+    EXPECT_FALSE(IsWindowEnabled(hostWindow) || IsWindowEnabled(otherWindow)) << "the host can be used meanwhile";
 
     PostMessageW(box, WM_COMMAND, IDOK, 0);
     EXPECT_EQ(call.get(), S_OK);
