@@ -70,7 +70,7 @@ void CommonDlg::show(Show dialog) {
         return;
     }
     std::int32_t code = answer.failure;
-    if ((code == platform::dialog_failure::kNone && cancelError.isTrue()) || code == kAlsoCancelled) code = kCancel;
+    if ((code == platform::dialog_failure::kNone && cancelError.isNonZero()) || code == kAlsoCancelled) code = kCancel;
     if (code != 0) throw Error(code);
 }
 

@@ -42,7 +42,7 @@ public:
     std::int16_t min = 0;           ///< no effect
     std::int16_t max = 0;           ///< no effect
     std::int16_t copies = 1;        ///< no effect
-    Boolean cancelError;            ///< exactly true (-1): a cancelled dialog raises 32755
+    Boolean cancelError;            ///< true (any value but 0): a cancelled dialog raises 32755
     String helpFile;                ///< no effect
     std::int32_t helpCommand = 0;   ///< no effect
     String helpKey;                 ///< no effect

@@ -97,7 +97,7 @@ TEST_F(CommonDlgTest, RefusesANameThatLeavesNoRoom) {
 
 TEST_F(CommonDlgTest, TellsCancelledFromFailed) {
     const std::tuple<std::int32_t, std::int16_t, std::int32_t> cases[] = {
-        {0, 0, 0},        {0, -1, 32755},    {0, 1, 0}, // only exactly -1 asks for it
+        {0, 0, 0},        {0, -1, 32755},    {0, 1, 32755}, // any value but 0 asks for it
         {4104, 0, 32755}, {4104, -1, 32755}, {12290, 0, 12290}, {12290, -1, 12290}};
     dialog_->fileName = u"Plan.vsd";
     for (const auto& [failure, cancelError, error] : cases) {
