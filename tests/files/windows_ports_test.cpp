@@ -68,6 +68,7 @@ TEST_F(WindowsPortsTest, FindTheShellsFolders) {
     EXPECT_TRUE(fs::is_directory(operations_->findSystemFolder(frame::SystemFolder::My_Documents)));
     EXPECT_EQ(operations_->findSystemFolder(static_cast<frame::SystemFolder>(4711)), u"");
     EXPECT_TRUE(fs::exists(files_.ports().folders.ownFolder() + u"\\files_test.exe"));
+    EXPECT_EQ(platform::windows::folderOf(u"C:\\TarnCom32.dll"), u"C:\\");
 }
 
 TEST_F(WindowsPortsTest, ConvertFormsByEitherCall) {

@@ -8,6 +8,7 @@
 namespace tarncom32::platform::windows {
 
 using automation::String;
+using automation::StringView;
 
 namespace {
 
@@ -16,6 +17,15 @@ struct FreeTaskMemory {
 };
 
 } // namespace
+
+String folderOf(StringView modulePath) {
+    const std::size_t separator = modulePath.rfind(u'\\');
+    if (separator == StringView::npos) return {};
+    String folder(modulePath.substr(0, separator));
+    // Of a drive's root the separator is a part: "C:" alone is the drive's current folder.
+    if (folder.ends_with(u':')) folder.push_back(u'\\');
+    return folder;
+}
 
 String WindowsFolders::special(std::int32_t number) {
     PIDLIST_ABSOLUTE location = nullptr;
@@ -37,8 +47,7 @@ String WindowsFolders::ownFolder() {
         if (length == 0 || path.size() > 0x10000) return {};
         if (length == path.size()) continue; // cut off
         path.resize(length);
-        const std::size_t separator = path.rfind(u'\\');
-        return separator == String::npos ? String() : path.substr(0, separator);
+        return folderOf(path);
     }
 }
 
