@@ -71,6 +71,7 @@ void UserProfileEntries::removeItem(Ref<UserProfileEntry> oObject) {
     frame::reportAndStop(platform_.messageBox, describe(), [&] {
         if (!oObject) return;
         entries_->remove(oObject->identity());
+        oObject->leave();
         nameIndex_->remove(oObject->name());
     });
 }
@@ -95,12 +96,7 @@ void UserProfileEntries::clearAllEntries() {
         removeItem(toEntry((*entries_)[i]));
 }
 
-bool UserProfileEntries::holds(const UserProfileEntry& entry) {
-    return frame::silently([&] { entries_->item(entry.identity()); });
-}
-
 void UserProfileEntries::rename(UserProfileEntry& entry, StringView oldName) {
-    if (!holds(entry)) return;
     frame::silently([&] { nameIndex_->remove(oldName); });
     if (const String name = entry.name(); !name.empty()) nameIndex_->add(entry.identity(), name);
 }

@@ -21,10 +21,10 @@ public:
     /// A new entry without name and value, added at the end. Reports its failures, and then returns Nothing.
     automation::Ref<UserProfileEntry> createNewItem();
 
-    /// Takes an entry out; does nothing for Nothing. The registry keeps its value. Reports its failures: an entry of
-    /// another collection stays where it is; an entry without a name goes, and the report is about the name that is
-    /// not in the index. Two entries that were given one name share its place in the index, so that removing either
-    /// makes the name unknown.
+    /// Takes an entry out, which then belongs to no profile; does nothing for Nothing. The registry keeps its value.
+    /// Reports its failures: an entry of another collection stays where it is; an entry without a name goes, and the
+    /// report is about the name that is not in the index. Two entries that were given one name share its place in the
+    /// index, so that removing either makes the name unknown.
     void removeItem(automation::Ref<UserProfileEntry> oObject);
 
     /// The entry at a position, counted from 1, for a number; the entry of that name for a text. A text that reads as
@@ -52,8 +52,6 @@ protected:
     ~UserProfileEntries() override;
 
 private:
-    bool holds(const UserProfileEntry& entry);
-
     platform::Platform& platform_;
     UserProfile* profile_;
     /// Lets entries outlive the collection: they look at it through this, and it is empty from then on.

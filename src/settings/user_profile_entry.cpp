@@ -54,12 +54,12 @@ UserProfileEntry::UserProfileEntry(platform::Platform& platform, std::shared_ptr
     : platform_(platform), owner_(std::move(owner)), identity_(newIdentity()) {}
 
 Ref<UserProfile> UserProfileEntry::containingProfile() {
-    return *owner_ ? (*owner_)->containingProfile() : nullptr;
+    return owner_ && *owner_ ? (*owner_)->containingProfile() : nullptr;
 }
 
 void UserProfileEntry::setName(StringView sName) {
     const String oldName = std::exchange(name_, String(sName));
-    if (*owner_) (*owner_)->rename(*this, oldName);
+    if (owner_ && *owner_) (*owner_)->rename(*this, oldName);
 }
 
 Ref<UserProfile> UserProfileEntry::validProfile() {

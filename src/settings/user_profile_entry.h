@@ -6,7 +6,7 @@
 namespace tarncom32::settings {
 
 /// One setting of a profile: a name and a text. Saving, retrieving and deleting raise what `UserProfile` says, and 91
-/// when the profile has gone.
+/// when the entry was removed or the profile has gone.
 class UserProfileEntry final : public automation::Described<UserProfileEntry> {
 public:
     static constexpr automation::StringView kClassName = u"UserProfileEntry";
@@ -15,7 +15,7 @@ public:
     /// An entry that looks at its collection through `owner`, which is empty once the collection has gone.
     UserProfileEntry(platform::Platform& platform, std::shared_ptr<UserProfileEntries*> owner);
 
-    /// The profile whose collection made the entry; Nothing when that has gone.
+    /// The profile whose collection holds the entry; Nothing when the entry was removed or the profile has gone.
     automation::Ref<UserProfile> containingProfile();
 
     /// The name of the entry's value in the registry; empty until it is given one.
@@ -39,15 +39,18 @@ public:
     /// gone saves an empty one.
     automation::Boolean deleteSetting();
 
+    /// Called by the collection when it no longer holds the entry.
+    void leave() { owner_.reset(); }
+
     /// The text that the collection knows the entry by: never the same for two entries, and never a number.
     const automation::String& identity() const { return identity_; }
 
 private:
-    /// The profile, validated. Raises 91 when it has gone.
+    /// The profile, validated. Raises 91 when there is none.
     automation::Ref<UserProfile> validProfile();
 
     platform::Platform& platform_;
-    std::shared_ptr<UserProfileEntries*> owner_;
+    std::shared_ptr<UserProfileEntries*> owner_; ///< null once the entry was removed
     automation::String identity_;
     automation::String name_;
     automation::String value_;

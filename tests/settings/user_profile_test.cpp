@@ -214,7 +214,9 @@ TEST_F(UserProfileTest, RemovingReportsWhatIsNotInTheIndexOrNotInTheList) {
     EXPECT_EQ(entries_->count(), 0);
     EXPECT_EQ(stored("Width"), "3\0"s) << "the registry is not touched";
 
-    // A removed entry no longer takes part in the index.
+    // A removed entry has no profile, and no part in the index.
+    EXPECT_EQ(named->containingProfile(), nullptr);
+    EXPECT_EQ(errorOf([&] { named->saveSetting(); }), errors::ObjectNotSet);
     named->setName(u"Height");
     add(u"Height", u"new");
     EXPECT_EQ(entries_->item(u"Height")->value(), u"new");
