@@ -1,7 +1,10 @@
 #include "automation/string.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <cstring>
+#include <iterator>
 #include <optional>
 
 namespace tarncom32::automation {
@@ -71,27 +74,23 @@ std::optional<char32_t> nextCodePoint(std::string_view text, std::size_t& at) {
     return c;
 }
 
-// The system's towupper depends on the C locale and knows nothing beyond ASCII in the default one,
-// so the scripts that add-ins meet are mapped here: Latin-1, Latin Extended-A, Greek and Cyrillic.
+/// Letters at equal steps whose upper-case letters are equally far from them.
+struct LetterRun {
+    char16_t first, last;
+    unsigned char step;
+    std::int32_t offset;
+};
+
+// A table of our own, since what the system knows depends on its version and on the C locale.
+constexpr LetterRun kLetterRuns[] = {
+#include "automation/upper_case.inc"
+};
+
 char16_t upper(char16_t c) {
     if (c < 0x80) return c >= u'a' && c <= u'z' ? static_cast<char16_t>(c - 32) : c;
-    if (c == 0xFF) return 0x178;
-    if (c >= 0xE0 && c <= 0xFE) return c == 0xF7 ? c : static_cast<char16_t>(c - 32);
-    if (c >= 0x100 && c <= 0x137) return c == 0x131 ? u'I' : static_cast<char16_t>(c & ~1);
-    if (c >= 0x139 && c <= 0x148) return c % 2 == 0 ? static_cast<char16_t>(c - 1) : c;
-    if (c >= 0x14A && c <= 0x177) return static_cast<char16_t>(c & ~1);
-    if (c >= 0x179 && c <= 0x17E) return c % 2 == 0 ? static_cast<char16_t>(c - 1) : c;
-    if (c == 0x3AC) return 0x386;
-    if (c >= 0x3AD && c <= 0x3AF) return static_cast<char16_t>(c - 37);
-    if (c == 0x3CC) return 0x38C;
-    if (c == 0x3CD || c == 0x3CE) return static_cast<char16_t>(c - 63);
-    if (c == 0x3C2) return 0x3A3;
-    if (c >= 0x3B1 && c <= 0x3CB) return static_cast<char16_t>(c - 32);
-    if (c >= 0x430 && c <= 0x44F) return static_cast<char16_t>(c - 32);
-    if (c >= 0x450 && c <= 0x45F) return static_cast<char16_t>(c - 80);
-    if (c >= 0x460 && c <= 0x481) return static_cast<char16_t>(c & ~1);
-    if (c >= 0x48A && c <= 0x4BF) return static_cast<char16_t>(c & ~1);
-    return c;
+    const auto run = std::ranges::lower_bound(kLetterRuns, c, {}, &LetterRun::last);
+    if (run == std::end(kLetterRuns) || c < run->first || (c - run->first) % run->step != 0) return c;
+    return static_cast<char16_t>(c + run->offset);
 }
 
 } // namespace

@@ -20,9 +20,10 @@ String fromUtf8(std::string_view text);
 /// which member names, class names and enumeration names are found.
 bool equalsIgnoreCase(StringView left, StringView right) noexcept;
 
-/// `text` with every character folded to upper case by Unicode's simple
-/// one-to-one mapping; other characters stay. Keys of collections and
-/// case-insensitive comparisons rest on it.
+/// `text` with every character of the basic plane in upper case by Unicode's
+/// simple one-to-one mapping; other characters stay. Keys of collections,
+/// names in the portable registry and comparisons without regard to case rest
+/// on it.
 String toUpper(StringView text);
 
 /// `text` without leading and trailing spaces (U+0020 only).

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "automation/error.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -10,8 +12,9 @@
 ///
 /// Names are 8-bit texts of the platform's code page, compared without regard to case; the spelling of the first
 /// writer stays. A path has "\" between its levels; the empty path is the root itself, and a path that begins with "\"
-/// is invalid and names no key. Whatever a store cannot read or write for its own reasons (a damaged file, a full
-/// disk) is an `automation::Error` that says what happened, and never looks like an absent value.
+/// is invalid and names no key. Whatever a store cannot read or write for its own reasons is an `automation::Error`
+/// that says what happened, and never looks like an absent value: `UnreadableStore` where nobody can tell what it
+/// holds.
 namespace tarncom32::platform {
 
 /// The predefined root keys, numbered as the system numbers them.
@@ -80,6 +83,14 @@ public:
 
     /// Deletes the subkey `path` with its values; false when it does not exist or has subkeys of its own.
     virtual bool deleteSubkey(std::string_view path) = 0;
+};
+
+/// The store is damaged, another program's, held by one, or without a place. Every operation that meets it raises this,
+/// as 75.
+class UnreadableStore final : public automation::Error {
+public:
+    explicit UnreadableStore(automation::StringView description)
+        : Error(automation::errors::PathFileAccess, description) {}
 };
 
 class Registry {

@@ -39,6 +39,17 @@ bool isOwnError(const Error& error) {
     return error.number() >= registry_errors::KeyMissing && error.number() <= registry_errors::CannotDelete;
 }
 
+/// Whether the step succeeded. That nobody can tell what the store holds is no answer to that: it goes to the caller.
+template <class Step>
+bool succeeds(Step&& step) {
+    bool succeeded = true;
+    frame::trap(step, [&](const Error& error) {
+        if (dynamic_cast<const platform::UnreadableStore*>(&error)) throw;
+        succeeded = false;
+    });
+    return succeeded;
+}
+
 } // namespace
 
 std::string RegistryOperations::narrow(StringView text) const {
@@ -62,7 +73,7 @@ RegistryOperations::Key RegistryOperations::openRegistryKey(std::int32_t root, S
 }
 
 void RegistryOperations::createRegistryKey(std::int32_t root, StringView path) const {
-    if (!frame::silently([&] { platform_.registry.create(root, narrow(path)); })) raise(registry_errors::CannotCreate);
+    if (!succeeds([&] { platform_.registry.create(root, narrow(path)); })) raise(registry_errors::CannotCreate);
 }
 
 bool RegistryOperations::deleteRegistryKey(std::int32_t root, StringView path, StringView name,
@@ -71,7 +82,7 @@ bool RegistryOperations::deleteRegistryKey(std::int32_t root, StringView path, S
     // The system takes an empty name for the key itself, but that is no subkey.
     const std::string subkey = narrow(name);
     bool deleted = false;
-    if (parent && !subkey.empty()) frame::silently([&] { deleted = parent->deleteSubkey(subkey); });
+    if (parent && !subkey.empty()) succeeds([&] { deleted = parent->deleteSubkey(subkey); });
     if (!deleted && raiseOnFailure) raise(registry_errors::CannotDelete);
     return deleted;
 }
@@ -87,7 +98,7 @@ String RegistryOperations::readKeyValue(platform::RegistryKey& key, StringView n
 void RegistryOperations::writeKeyValue(platform::RegistryKey& key, StringView name, StringView text) const {
     std::string bytes = platform_.codePage.encode(text);
     bytes.resize(text.size() + 1, '\0');
-    if (!frame::silently([&] { key.write(narrow(name), platform::registry_type::kString, bytes); }))
+    if (!succeeds([&] { key.write(narrow(name), platform::registry_type::kString, bytes); }))
         raise(registry_errors::ItemMissing);
 }
 

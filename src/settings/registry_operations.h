@@ -18,7 +18,7 @@ inline constexpr std::int32_t CannotDelete = 1003; ///< "Cannot delete key"
 ///
 /// Keys are always opened for full access, even to read: a key that the user may only read counts as missing. Texts
 /// cross in the 8-bit code page and end at their first NUL. Each operation opens and closes its key, and nothing is
-/// cached. Errors go to the caller; 75 says that the store itself cannot be read.
+/// cached. Errors go to the caller; from every operation 75 says that the store itself cannot be read.
 class RegistryOperations {
 public:
     using Key = std::unique_ptr<platform::RegistryKey>;

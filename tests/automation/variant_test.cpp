@@ -177,6 +177,8 @@ TEST(String, UpperCaseReachesBeyondLatinLetters) {
     EXPECT_EQ(toUpper(u"az09\u00E4\u00F7\u00FF\u0131\u0142\u017E"), u"AZ09\u00C4\u00F7\u0178I\u0141\u017D");
     EXPECT_EQ(toUpper(u"\u03AC\u03C2\u03C9\u03CC\u03CD\u03CE\u0436\u0451"),
               u"\u0386\u03A3\u03A9\u038C\u038E\u038F\u0416\u0401");
+    EXPECT_EQ(toUpper(u"\u00B5\u0133\u01C6\u0450\u04C0\u0582\u10D0\u1E9B\u1FB3\u2184\uA64B\uFF5A"),
+              u"\u039C\u0132\u01C4\u0400\u04C0\u0552\u1C90\u1E60\u1FBC\u2183\uA64A\uFF3A");
     EXPECT_EQ(toUpper(u"\u00DF"), u"\u00DF") << "a letter without a single capital stays";
 }
 

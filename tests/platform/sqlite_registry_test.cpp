@@ -165,6 +165,15 @@ TEST_F(SqliteRegistryTest, ReadingCreatesNothingAndAnEmptyFileBecomesAStore) {
     EXPECT_NE(open("K"), nullptr);
 }
 
+TEST_F(SqliteRegistryTest, NamesOfAStoreOfVersion1AreFoundWithoutRegardToCase) {
+    create("K\\\xB5")->write("\x83", registry_type::kString, "1");
+    runSql(file_, "UPDATE keys SET folded = name; UPDATE entries SET folded = name; PRAGMA user_version = 1");
+    SqliteRegistry later(file_, codePage_);
+    const auto key = later.open(kRoot, "k\\\xB5", RegistryAccess::Full);
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(bytesOf(*key, "\x83"), "1");
+}
+
 TEST_F(SqliteRegistryTest, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
     {
         SqliteRegistry real(file_, codePage_);
@@ -187,7 +196,7 @@ TEST_F(SqliteRegistryTest, AFileThatIsNoStoreIsRefusedAndLeftAsItIs) {
         {"a foreign database", "sql:CREATE TABLE notes(text); INSERT INTO notes VALUES('keep')", kForeign},
         {"a foreign database that says so", "sql:PRAGMA application_id = 17; CREATE TABLE keys(id)", kForeign},
         {"a foreign database with a log", "sql:PRAGMA journal_mode = WAL; CREATE TABLE keys(id)", kForeign},
-        {"a store of a later version", "sql:PRAGMA application_id = 0x5461726E; PRAGMA user_version = 2",
+        {"a store of a later version", "sql:PRAGMA application_id = 0x5461726E; PRAGMA user_version = 3",
          "was written by a newer version"},
     };
     for (const auto& [what, contents, expected] : cases) {

@@ -172,6 +172,9 @@ TEST_F(RegistryOperationsTest, WhateverReadFailsNothingIsLostAndNoKeyStaysOpen) 
         [&] { operations_.ensureRegistryValue(kRoot, key_, u"Speed"); },
         [&] { operations_.getRegistryValues(kRoot, key_, false); },
         [&] { operations_.getRegistryValue(kRoot, key_, u"Speed"); },
+        [&] { operations_.setRegistryValue(kRoot, key_, u"Speed", u"fast"); },
+        [&] { operations_.createRegistryKey(kRoot, key_ + u"\\New"); },
+        [&] { operations_.deleteRegistryKey(kRoot, key_, u"New", false); },
     };
     for (const auto& call : calls) {
         int failing = 0;
@@ -184,7 +187,7 @@ TEST_F(RegistryOperationsTest, WhateverReadFailsNothingIsLostAndNoKeyStaysOpen) 
             EXPECT_EQ(registry_.openKeys, 0);
             EXPECT_EQ(stored("Speed"), "fast\0"s) << "at call " << failing;
         }
-        EXPECT_GT(failing, 2);
+        EXPECT_GT(failing, 1);
     }
 }
 

@@ -76,7 +76,7 @@ private:
         return key ? std::make_unique<Key>(*this, std::move(key)) : nullptr;
     }
     void countDown() {
-        if (callsBeforeFailure == 0) throw automation::Error(automation::errors::PathFileAccess, u"unreadable");
+        if (callsBeforeFailure == 0) throw platform::UnreadableStore(u"unreadable");
         if (callsBeforeFailure > 0) --callsBeforeFailure;
     }
     void refuseWrites() const {

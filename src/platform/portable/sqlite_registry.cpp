@@ -139,9 +139,8 @@ fs::path SqliteRegistry::defaultFile() {
 
 bool SqliteRegistry::hasFile() const {
     if (file_.empty())
-        throw automation::Error(automation::errors::PathFileAccess,
-                                u"There is no place for the settings store: set TARNCOM32_REGISTRY to the name of a "
-                                u"file, or HOME to your home folder.");
+        throw UnreadableStore(u"There is no place for the settings store: set TARNCOM32_REGISTRY to the name of a "
+                              u"file, or HOME to your home folder.");
     std::error_code failure;
     const bool exists = fs::exists(file_, failure);
     if (failure) SqliteStore::refuse(file_, "cannot be read (" + failure.message() + ")");

@@ -13,10 +13,11 @@ namespace {
 
 namespace errors = automation::errors;
 using automation::Error;
+using automation::String;
 
 /// "Tarn": marks the file as the registry's.
 constexpr std::int64_t kApplicationId = 0x5461726E;
-constexpr std::int64_t kVersion = 1;
+constexpr std::int64_t kVersion = 2;
 /// Long enough for every other writer in line, short enough to notice one that hangs.
 constexpr int kPatienceMilliseconds = 30000;
 
@@ -45,10 +46,31 @@ constexpr const char* kTables = R"sql(
         (-2147483643, 'HKEY_CURRENT_CONFIG', 'HKEY_CURRENT_CONFIG'),
         (-2147483642, 'HKEY_DYN_DATA', 'HKEY_DYN_DATA');
     PRAGMA application_id = 0x5461726E;
-    PRAGMA user_version = 1;
+    PRAGMA user_version = 2;
 )sql";
 
+// Version 1 left two letters of its code page as they were: the micro sign and the florin sign.
+constexpr const char* kFoldAllLetters = R"sql(
+    UPDATE keys SET folded = replace(replace(folded, char(0xB5), char(0x39C)), char(0x192), char(0x191));
+    UPDATE entries SET folded = replace(replace(folded, char(0xB5), char(0x39C)), char(0x192), char(0x191));
+    PRAGMA user_version = 2;
+)sql";
+
+String refusal(const std::filesystem::path& file, std::string_view message) {
+    std::string text = "The settings store " + file.string() + " ";
+    text.append(message);
+    return automation::fromUtf8(text + ".");
+}
+
+/// Raises 75 for a store that can be read, but not written as it was to be.
+[[noreturn]] void refuseToWrite(const std::filesystem::path& file, std::string_view message) {
+    throw Error(errors::PathFileAccess, refusal(file, message));
+}
+
 [[noreturn]] void raiseFor(const std::filesystem::path& file, int code, std::string_view message) {
+    const auto withReason = [&](std::string_view what) {
+        return std::string(what) + " (" + std::string(message) + ")";
+    };
     switch (code & 0xFF) {
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
@@ -57,22 +79,23 @@ constexpr const char* kTables = R"sql(
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         SqliteStore::refuse(file, "is held by another program; try again when that has ended");
+    case SQLITE_CANTOPEN:
+        SqliteStore::refuse(file, withReason("cannot be opened"));
     case SQLITE_READONLY:
     case SQLITE_PERM:
-        SqliteStore::refuse(file, "may only be read; give yourself the right to write it");
+        refuseToWrite(file, "may only be read; give yourself the right to write it");
     case SQLITE_NOMEM:
         throw Error(errors::OutOfMemory);
     case SQLITE_FULL:
         throw Error(errors::DiskFull, automation::fromUtf8("The disk is full: the settings store " + file.string() +
                                                            " could not be written. What it held before is safe"));
-    case SQLITE_CONSTRAINT:
-        if (code == SQLITE_CONSTRAINT_FOREIGNKEY)
-            SqliteStore::refuse(file, "no longer has the key: another program deleted it");
-        break;
     default:
         break;
     }
-    SqliteStore::refuse(file, "cannot be read or written (" + std::string(message) + ")");
+    if (code == SQLITE_CONSTRAINT_FOREIGNKEY) refuseToWrite(file, "no longer has the key: another program deleted it");
+    if (code == SQLITE_IOERR_READ || code == SQLITE_IOERR_SHORT_READ)
+        SqliteStore::refuse(file, withReason("cannot be read"));
+    refuseToWrite(file, withReason("cannot be read or written"));
 }
 
 /// Whether the file holds the registry's tables already; refuses a file that holds anything else.
@@ -87,6 +110,16 @@ bool holdsRegistry(SqliteDatabase& database, const std::filesystem::path& file) 
         SqliteStore::refuse(file, "is a database of another program; it was left as it is. Name another file in "
                                   "TARNCOM32_REGISTRY");
     return false;
+}
+
+/// Makes a store of version 1 one of this version: its names are found by the same rule as those to come.
+void foldAllLetters(SqliteDatabase& database) {
+    constexpr const char* kAskVersion = "PRAGMA user_version";
+    if (database.integer(kAskVersion) == kVersion) return;
+    database.transaction([&] {
+        // Another process may have been faster.
+        if (database.integer(kAskVersion) != kVersion) database.execute(kFoldAllLetters);
+    });
 }
 
 /// The write-ahead log lets others read while one writes. While others have the file open in the old mode the change
@@ -110,16 +143,14 @@ void useWriteAheadLog(SqliteDatabase& database) {
 } // namespace
 
 void SqliteStore::refuse(const std::filesystem::path& file, std::string_view message) {
-    std::string text = "The settings store " + file.string() + " ";
-    text.append(message);
-    throw Error(errors::PathFileAccess, automation::fromUtf8(text + "."));
+    throw UnreadableStore(refusal(file, message));
 }
 
 SqliteDatabase SqliteStore::openFile(const std::filesystem::path& file) {
     std::error_code failure;
     if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), failure);
     if (failure)
-        refuse(file, "cannot be created: its folder is missing and cannot be made (" + failure.message() + ")");
+        refuseToWrite(file, "cannot be created: its folder is missing and cannot be made (" + failure.message() + ")");
     SqliteDatabase database(file, [file](int code, std::string_view message) { raiseFor(file, code, message); });
     database.touchNothingOnClose(true);
     database.waitFor(kPatienceMilliseconds);
@@ -130,7 +161,10 @@ SqliteDatabase SqliteStore::openFile(const std::filesystem::path& file) {
             if (!holdsRegistry(database, file)) database.execute(kTables);
         });
     }
-    if (!database.isReadOnly()) useWriteAheadLog(database);
+    if (!database.isReadOnly()) {
+        useWriteAheadLog(database);
+        foldAllLetters(database);
+    }
     database.execute("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
     database.touchNothingOnClose(false);
     return database;

@@ -24,7 +24,7 @@ public:
     /// not the registry's, and leaves that as it is.
     explicit SqliteStore(const std::filesystem::path& file);
 
-    /// Raises 75 with `message` and the file's name.
+    /// Raises `UnreadableStore` with `message` and the file's name.
     [[noreturn]] static void refuse(const std::filesystem::path& file, std::string_view message);
 
     /// Whether the file may only be read.
