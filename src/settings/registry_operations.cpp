@@ -22,17 +22,12 @@ constexpr std::size_t kListNameBytes = 255; // with the NUL
 constexpr std::size_t kListDataBytes = 255;
 constexpr StringView kSeparator = u"\\\\";
 
+// By number, from the first on.
+constexpr StringView kDescriptions[] = {u"Registry Key does not exist", u"Item does not exist for this registry key",
+                                        u"Cannot create key", u"Cannot delete key"};
+
 [[noreturn]] void raise(std::int32_t number) {
-    switch (number) {
-    case registry_errors::KeyMissing:
-        throw Error(number, u"Registry Key does not exist");
-    case registry_errors::ItemMissing:
-        throw Error(number, u"Item does not exist for this registry key");
-    case registry_errors::CannotCreate:
-        throw Error(number, u"Cannot create key");
-    default:
-        throw Error(registry_errors::CannotDelete, u"Cannot delete key");
-    }
+    throw Error::withoutSource(number, kDescriptions[number - registry_errors::KeyMissing]);
 }
 
 bool isOwnError(const Error& error) {

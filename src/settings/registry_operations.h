@@ -5,7 +5,7 @@
 
 namespace tarncom32::settings {
 
-/// The numbered errors of the registry operations.
+/// The numbered errors of the registry operations. They name no source.
 namespace registry_errors {
 inline constexpr std::int32_t KeyMissing = 1000;   ///< "Registry Key does not exist"
 inline constexpr std::int32_t ItemMissing = 1001;  ///< "Item does not exist for this registry key"; failed writes too

@@ -56,3 +56,11 @@ Check "RemoveItem", entries.Count, names - 1
 On Error Resume Next
 WScript.CreateObject "TarnCom32.UserProfileEntry"
 Check "a class that cannot be created", Err.Number <> 0, True
+Err.Clear
+profile.ProfilePath = "" ' names no key
+profile.SaveSettings
+Check "the source of an error that names none", Err.Source, ""
+CheckError "a key that cannot be created", 1002, "Cannot create key"
+profile.StorageMethod = 1
+profile.SaveSettings
+Check "the source of another error", Err.Source, "TarnCom32"
