@@ -12,8 +12,8 @@ using automation::Error;
 using automation::ObjectRef;
 using automation::StringView;
 
-MessageBox& noMessageBox() {
-    static class NoMessageBox final : public MessageBox {
+MsgBox& noMessageBox() {
+    static class NoMessageBox final : public MsgBox {
         MessageAnswer show(StringView, int style, StringView) override {
             return style == message_style::kQuestionYesNo ? MessageAnswer::No : MessageAnswer::Ok;
         }
