@@ -1,12 +1,11 @@
 #include "frame/native_helper.h"
 
-#include "automation/convert.h"
+#include "automation/late_bound.h"
 #include "frame/report.h"
 
 namespace tarncom32::frame {
 
 using automation::Object;
-using automation::ObjectRef;
 using automation::String;
 using automation::StringView;
 using platform::CodePage;
@@ -53,8 +52,8 @@ bool weCareAboutThisShape(const CodePage& codePage, Object& shape, StringView ap
     bool ours = false;
     silently([&] {
         if (automation::toInteger(shape.call(u"CellExists", u"User.Application", std::int16_t{0})) == 0) return;
-        const ObjectRef cell = automation::toObject(shape.get(u"Cells", u"User.Application"));
-        const String formula = automation::toText(automation::deref(cell).get(u"Formula"));
+        const automation::LateBound cell(shape.get(u"Cells", u"User.Application"));
+        const String formula = automation::toText(cell.get(u"Formula"));
         ours = stringFromVisio(codePage, formula) == codePage.narrow(applicationName);
     });
     return ours;

@@ -73,7 +73,7 @@ automation::StringView memberNameOf(const automation::ClassInfo& component, cons
 /// function that calls this; its name is looked up once for each body, so that one that is no member's shows at the
 /// first call, failing or not.
 template <class Body>
-void reportAndStop(platform::MessageBox& messageBox, const automation::ClassInfo& component, Body&& body,
+void reportAndStop(platform::MsgBox& messageBox, const automation::ClassInfo& component, Body&& body,
                    const char* function = __builtin_FUNCTION()) {
     static const automation::StringView name = memberNameOf(component, function);
     reportAndStop(messageBox, component.name, name, std::forward<Body>(body));

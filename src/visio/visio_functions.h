@@ -51,7 +51,8 @@ public:
     /// Appends the shapes of a page to `oCollection`, in the page's order. `bIncludeSubShapes` (true is exactly -1)
     /// follows each shape with the shapes inside it, whatever their depth. With `bWeCareAboutThisShape` (likewise)
     /// only shapes that belong to `sApplicationName` by their "User.Application" cell are kept, and a shape that is
-    /// not kept hides all inside it. Reports its failures; shapes appended before stay.
+    /// not kept hides all inside it. Reports its failures; shapes appended before stay. A failure inside a shape ends
+    /// that shape only, and so does a shape that is inside itself.
     void getAllTheShapesFromThePage(const automation::ObjectRef& ovPage, const automation::ObjectRef& oCollection,
                                     automation::Boolean bIncludeSubShapes, automation::Boolean bWeCareAboutThisShape,
                                     automation::StringView sApplicationName);
@@ -65,7 +66,11 @@ public:
 
 private:
     struct Walk;
-    void walk(automation::Object& container, const Walk& walk);
+    struct Level;
+    struct Path;
+    /// An inner level reports its own failures and ends with them; the one outside it goes on with its next shape.
+    void walk(const automation::ObjectRef& container, const Walk& walk);
+    bool visit(Path& path, const Walk& walk);
 
     platform::Platform& platform_;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "automation/collection.h"
-#include "automation/convert.h"
+#include "automation/late_bound.h"
 #include "standin/host.h"
 #include "support/error_of.h"
 #include "support/test_platform.h"
@@ -14,13 +14,6 @@ namespace tarncom32::visio::tests {
 using namespace automation;
 using tarncom32::tests::errorOf;
 
-inline ObjectRef object(const Variant& value) {
-    return toObject(value);
-}
-inline String text(const Variant& value) {
-    return toText(value);
-}
-
 /// A running stand-in and the class under test.
 struct Session {
     standin::Host host;
@@ -32,14 +25,14 @@ struct Session {
     ObjectRef startVisio() { return host.start(u"Visio.Application"); }
     /// A new drawing, with one empty page, in `visio`.
     static ObjectRef newDrawing(const ObjectRef& visio) {
-        return object(object(visio->get(u"Documents"))->call(u"Add", u""));
+        return LateBound(visio).get(u"Documents").call(u"Add", u"").object();
     }
     static ObjectRef page(const ObjectRef& document, std::int16_t number) {
-        return object(object(document->get(u"Pages"))->call(u"Item", number));
+        return LateBound(document).get(u"Pages").call(u"Item", number).object();
     }
     /// A named rectangle in `container`, a page or a group.
     static ObjectRef draw(const ObjectRef& container, StringView name) {
-        const ObjectRef shape = object(container->call(u"DrawRectangle", 0.0, 0.0, 1.0, 1.0));
+        const ObjectRef shape = LateBound(container).call(u"DrawRectangle", 0.0, 0.0, 1.0, 1.0).object();
         shape->put(u"Name", name);
         return shape;
     }
@@ -51,7 +44,7 @@ struct Session {
     /// Gives a sheet a user cell with a formula.
     static void setUserCell(const ObjectRef& sheet, StringView row, StringView formula) {
         sheet->call(u"AddNamedRow", std::int16_t{242}, row, std::int16_t{0});
-        object(sheet->get(u"Cells", u"User." + String(row)))->put(u"Formula", formula);
+        LateBound(sheet).get(u"Cells", u"User." + String(row)).put(u"Formula", formula);
     }
 };
 

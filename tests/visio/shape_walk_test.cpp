@@ -32,7 +32,7 @@ protected:
 String namesOf(const Ref<Collection>& shapes) {
     String names;
     for (std::size_t i = 0; i < shapes->size(); ++i)
-        names += text(object((*shapes)[i])->get(u"Name")) + u" ";
+        names += toText(LateBound((*shapes)[i]).get(u"Name")) + u" ";
     return names;
 }
 
@@ -87,6 +87,35 @@ TEST_F(ShapeWalkTest, AddsToWhatIsThereAndLeavesTheRestToDefaults) {
     EXPECT_EQ(namesOf(shapes), u"a G H G1 G2 G3 ");
 }
 
+/// A shape with one shape in it, `depth` times: it is its own `Shapes`. At depth -1 the one in it is itself.
+class NestedShape final : public Object {
+public:
+    explicit NestedShape(int depth) : depth_(depth) {}
+    String typeName() const override { return u"Shape"; }
+    bool hasMember(const MemberName&) override { return true; }
+    Variant invoke(const MemberName& name, Access, std::span<Variant>, std::uint32_t) override {
+        return name.text() == u"Count" ? Variant(depth_ == 0 ? 0 : 1) : Variant(ObjectRef(this));
+    }
+    std::unique_ptr<Enumerator> enumerate() override {
+        const auto inside = make<Collection>();
+        inside->add(depth_ < 0 ? ObjectRef(this) : ObjectRef(make<NestedShape>(depth_ - 1)));
+        return inside->newEnum();
+    }
+
+private:
+    int depth_;
+};
+
+TEST_F(ShapeWalkTest, GoesToAnyDepthButNotRoundInCircles) {
+    const auto shapes = make<Collection>();
+    functions->getAllTheShapesFromTheShape(make<NestedShape>(200000), shapes, true, false, u"");
+    EXPECT_EQ(shapes->count(), 200000);
+    EXPECT_THAT(reports(), testing::IsEmpty());
+    functions->getAllTheShapesFromThePage(make<NestedShape>(-1), shapes, true, false, u"");
+    EXPECT_EQ(shapes->count(), 200001);
+    EXPECT_THAT(reports(), testing::ElementsAre("Problem in VisioFunctions.GetAllTheShapesFromTheShape"));
+}
+
 /// A caller's own collection, which fails when a certain shape comes.
 class PickyCollection final : public Described<PickyCollection> {
 public:
@@ -97,7 +126,7 @@ public:
         return info;
     }
     void add(const ObjectRef& oItem) {
-        const String name = text(oItem->get(u"Name"));
+        const String name = toText(oItem->get(u"Name"));
         if (name == u"G21") throw Error(457);
         names += name + u" ";
     }

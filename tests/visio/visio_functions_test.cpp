@@ -24,7 +24,7 @@ TEST_F(VisioFunctionsTest, ObjectsOfAddonStringsAreFoundAsFarAsTheyAreNamed) {
     const ObjectRef visio = startVisio(), none;
     newDrawing(visio);
     const ObjectRef drawing = newDrawing(visio);
-    object(drawing->get(u"Pages"))->call(u"Add");
+    LateBound(drawing).get(u"Pages").call(u"Add");
     const ObjectRef second = page(drawing, 2);
     const ObjectRef box = draw(second, u"Box");
     box->put(u"Name", u"Kiste"); // the universal name stays
@@ -73,7 +73,7 @@ TEST_F(VisioFunctionsTest, DocumentVersionsShowTheMessageThatFitsTheDifference) 
     for (const auto& [formula, wanted, differences, message] : cases) {
         SCOPED_TRACE(toUtf8(formula) + " " + std::to_string(differences));
         const ObjectRef document = newDrawing(visio);
-        if (!formula.empty()) setUserCell(object(document->get(u"DocumentSheet")), u"Version", formula);
+        if (!formula.empty()) setUserCell(toObject(document->get(u"DocumentSheet")), u"Version", formula);
         shown().clear();
         const Boolean failed = functions->testForDocumentVersionCompatibility(
             document, wanted, static_cast<frame::eTEST_DOCUMENT_COMPATIBILITY>(differences), u"too old", u"too new",
@@ -88,7 +88,7 @@ TEST_F(VisioFunctionsTest, DocumentVersionsShowTheMessageThatFitsTheDifference) 
 
 TEST_F(VisioFunctionsTest, DocumentVersionsFailToTheCaller) {
     const ObjectRef drawing = newDrawing(startVisio());
-    setUserCell(object(drawing->get(u"DocumentSheet")), u"Version", u"\"1.0 beta\"");
+    setUserCell(toObject(drawing->get(u"DocumentSheet")), u"Version", u"\"1.0 beta\"");
     const auto test = [&](const ObjectRef& document) {
         return errorOf([&] { functions->testForDocumentVersionCompatibility(document, u"1", {}, u"", u"", u""); });
     };
@@ -115,11 +115,12 @@ TEST_F(VisioFunctionsTest, VisiosVersionIsTheLeadingNumberRoundedHalfToEven) {
 TEST_F(VisioFunctionsTest, ADocumentIsOpenedInANewVisioAndFreedInTheOld) {
     const auto file = tarncom32::tests::sourceFolder() / "examples/drawings/office-network.vsdx";
     const ObjectRef old = startVisio();
-    functions->moveDocumentToVisio(object(object(old->get(u"Documents"))->call(u"Open", file.u16string())));
+    const LateBound documents = LateBound(old).get(u"Documents");
+    functions->moveDocumentToVisio(documents.call(u"Open", file.u16string()).object());
     ASSERT_EQ(host.running().size(), 2u);
-    EXPECT_EQ(text(object(old->get(u"Documents"))->get(u"Count")), u"0");
-    const ObjectRef moved = object(object(host.running()[1]->get(u"Documents"))->call(u"Item", std::int16_t{1}));
-    EXPECT_EQ(text(moved->get(u"FullName")), file.u16string());
+    EXPECT_EQ(toLong(documents.get(u"Count")), 0);
+    const LateBound moved = LateBound(host.running()[1]).get(u"Documents").call(u"Item", std::int16_t{1});
+    EXPECT_EQ(toText(moved.get(u"FullName")), file.u16string());
     EXPECT_THAT(shown(), IsEmpty());
     // One with neither file nor template cannot move.
     functions->moveDocumentToVisio(newDrawing(old));
