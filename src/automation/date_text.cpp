@@ -3,8 +3,11 @@
 #include "automation/error.h"
 #include "automation/locale.h"
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace tarncom32::automation {
@@ -16,16 +19,11 @@ namespace chrono = std::chrono;
 constexpr chrono::sys_days kDayZero = chrono::year(1899) / 12 / 30;
 constexpr int kSecondsADay = 86400;
 
-constexpr StringView kMonths[] = {u"January", u"February", u"March",     u"April",   u"May",      u"June",
-                                  u"July",    u"August",   u"September", u"October", u"November", u"December"};
-constexpr StringView kWeekdays[] = {u"Sunday",   u"Monday", u"Tuesday", u"Wednesday",
-                                    u"Thursday", u"Friday", u"Saturday"};
-
 bool isDigit(char16_t c) {
     return c >= u'0' && c <= u'9';
 }
 bool isLetter(char16_t c) {
-    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z');
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c >= 0xC0;
 }
 bool isBlank(char16_t c) {
     return (c >= 9 && c <= 13) || c == u' ' || c == 0xA0;
@@ -37,39 +35,86 @@ void append(String& text, int number, std::size_t width) {
     text += digits;
 }
 
-String dayText(chrono::year_month_day day) {
+/// A moment in the parts that pictures name.
+struct Moment {
+    chrono::sys_days date;
+    int seconds; ///< since midnight
+};
+
+/// Appends what `count` of `letter` stand for in a picture; false when the letter stands for itself.
+bool appendField(String& text, char16_t letter, std::size_t count, const Moment& moment) {
     const Locale& rules = locale();
-    const std::size_t width = rules.leadingZeros ? 2 : 1;
-    const int year = static_cast<int>(day.year());
-    const int month = static_cast<int>(static_cast<unsigned>(day.month()));
-    const int dayOfMonth = static_cast<int>(static_cast<unsigned>(day.day()));
-    String text;
-    if (rules.dateOrder == Locale::DateOrder::YearMonthDay) {
-        text += decimalText(year);
-        text.push_back(rules.dateSeparator);
+    const chrono::year_month_day date(moment.date);
+    const unsigned weekday = chrono::weekday(moment.date).c_encoding();
+    const auto month = static_cast<unsigned>(date.month());
+    const int year = static_cast<int>(date.year());
+    const int hour = moment.seconds / 3600;
+    const auto number = [&](int value) { append(text, value, count); };
+    switch (letter) {
+    case u'd':
+        if (count > 2)
+            text += (count == 3 ? rules.shortWeekdays : rules.weekdays)[weekday];
+        else
+            number(static_cast<int>(static_cast<unsigned>(date.day())));
+        return true;
+    case u'M':
+        if (count > 2)
+            text += (count == 3 ? rules.shortMonths : rules.months)[month - 1];
+        else
+            number(static_cast<int>(month));
+        return true;
+    case u'y':
+        // Two digits are read back as a year of this window.
+        text += count <= 2 && year >= 1930 && year < 2030 ? decimalText(year).substr(2) : decimalText(year);
+        return true;
+    case u'h':
+        number((hour + 11) % 12 + 1);
+        return true;
+    case u'H':
+        number(hour);
+        return true;
+    case u'm':
+        number(moment.seconds / 60 % 60);
+        return true;
+    case u's':
+        number(moment.seconds % 60);
+        return true;
+    case u't':
+        text += StringView(rules.halvesOfDay[hour < 12 ? 0 : 1]).substr(0, count == 1 ? 1 : StringView::npos);
+        return true;
+    default:
+        return false;
     }
-    const bool dayFirst = rules.dateOrder == Locale::DateOrder::DayMonthYear;
-    append(text, dayFirst ? dayOfMonth : month, width);
-    text.push_back(rules.dateSeparator);
-    append(text, dayFirst ? month : dayOfMonth, width);
-    if (rules.dateOrder != Locale::DateOrder::YearMonthDay) {
-        text.push_back(rules.dateSeparator);
-        text += decimalText(year);
-    }
-    return text;
 }
 
-String timeText(int seconds) {
-    const Locale& rules = locale();
-    const int hour = seconds / 3600;
-    String text;
-    append(text, rules.twentyFourHours ? hour : (hour + 11) % 12 + 1, rules.leadingZeros ? 2 : 1);
-    text.push_back(u':');
-    append(text, seconds / 60 % 60, 2);
-    text.push_back(u':');
-    append(text, seconds % 60, 2);
-    if (!rules.twentyFourHours) text += hour < 12 ? u" AM" : u" PM";
-    return text;
+void appendByPicture(String& text, StringView picture, const Moment& moment) {
+    for (std::size_t at = 0; at < picture.size();) {
+        const char16_t letter = picture[at];
+        const std::size_t end = std::min(picture.find_first_not_of(letter, at), picture.size());
+        if (letter == u'\'') {
+            const std::size_t close = std::min(picture.find(u'\'', at + 1), picture.size());
+            text.append(picture, at + 1, close - at - 1);
+            at = close + 1;
+        } else if (appendField(text, letter, end - at, moment)) {
+            at = end;
+        } else {
+            text.push_back(letter);
+            ++at;
+        }
+    }
+}
+
+/// Where the date picture has a field of this letter; behind all fields when it has none.
+std::size_t placeInPicture(char16_t letter) {
+    return locale().datePicture.find(letter);
+}
+
+bool isDayFirst() {
+    return placeInPicture(u'd') < placeInPicture(u'M');
+}
+
+bool isYearFirst() {
+    return placeInPicture(u'y') < std::min(placeInPicture(u'd'), placeInPicture(u'M'));
 }
 
 // A number of a date, with the count of its digits: more than two can only be a year.
@@ -86,12 +131,21 @@ struct Reading {
     std::size_t points = 0; // points between numbers where dates are not written so
 };
 
-/// 1 for the first of `names`, in full or by its first three letters; 0 for none of them.
+/// Whether `word` is `name`, which may end in a point that marks it as short.
+bool isName(StringView name, StringView word) {
+    if (name.ends_with(u'.')) name.remove_suffix(1);
+    return !name.empty() && toUpper(name) == toUpper(word);
+}
+
+/// 1 for the first of `names`, in full or short, in the locale's language or in English; 0 for none of them.
 template <std::size_t Count>
-int indexOfName(const StringView (&names)[Count], StringView word) {
-    for (std::size_t i = 0; i < Count; ++i)
-        if (equalsIgnoreCase(names[i], word) || equalsIgnoreCase(names[i].substr(0, 3), word))
-            return static_cast<int>(i) + 1;
+int indexOfName(std::array<String, Count> Locale::*names, std::array<String, Count> Locale::*shortNames,
+                StringView word) {
+    static const Locale english;
+    for (const Locale* language : {&locale(), &english})
+        for (std::size_t i = 0; i < Count; ++i)
+            if (isName((language->*names)[i], word) || isName((language->*shortNames)[i], word))
+                return static_cast<int>(i) + 1;
     return 0;
 }
 
@@ -169,8 +223,12 @@ private:
 
     /// 0 for the morning, 1 for the afternoon, -1 for any other word.
     static int halfOfDay(StringView word) {
-        if (equalsIgnoreCase(word, u"AM") || equalsIgnoreCase(word, u"A")) return 0;
-        if (equalsIgnoreCase(word, u"PM") || equalsIgnoreCase(word, u"P")) return 1;
+        for (int half = 0; half < 2; ++half) {
+            const StringView english = half == 0 ? u"AM" : u"PM";
+            if (isName(locale().halvesOfDay[static_cast<std::size_t>(half)], word) || isName(english, word) ||
+                isName(english.substr(0, 1), word))
+                return half;
+        }
         return -1;
     }
 
@@ -184,8 +242,9 @@ private:
     bool readName() {
         const StringView word = takeWord();
         separated_ = false;
-        if (const int month = indexOfName(kMonths, word); month != 0) return std::exchange(reading_.month, month) == 0;
-        return indexOfName(kWeekdays, word) != 0 && !std::exchange(weekday_, true);
+        if (const int month = indexOfName(&Locale::months, &Locale::shortMonths, word))
+            return std::exchange(reading_.month, month) == 0;
+        return indexOfName(&Locale::weekdays, &Locale::shortWeekdays, word) != 0 && !std::exchange(weekday_, true);
     }
 
     bool readSeparator() {
@@ -220,7 +279,7 @@ Number currentYear() {
 
 std::optional<chrono::sys_days> dayFromNumbers(const std::vector<Number>& n) {
     const Number none{1, 1};
-    const bool dayFirst = locale().dateOrder == Locale::DateOrder::DayMonthYear;
+    const bool dayFirst = isDayFirst();
     std::optional<chrono::sys_days> day;
     const auto attempt = [&day](Number year, Number month, Number dayOfMonth) {
         if (!day) day = dayOf(year, month, dayOfMonth);
@@ -232,7 +291,7 @@ std::optional<chrono::sys_days> dayFromNumbers(const std::vector<Number>& n) {
         attempt(n[1], n[0], none);
         attempt(n[0], n[1], none);
     } else if (n.size() == 3) {
-        if (locale().dateOrder == Locale::DateOrder::YearMonthDay) attempt(n[0], n[1], n[2]);
+        if (isYearFirst()) attempt(n[0], n[1], n[2]);
         if (dayFirst) attempt(n[2], n[1], n[0]);
         attempt(n[2], n[0], n[1]);
         attempt(n[2], n[1], n[0]);
@@ -281,9 +340,12 @@ String dateText(Date date) {
         seconds = 0;
         ++day;
     }
-    if (day == 0) return timeText(seconds);
-    const String text = dayText(chrono::year_month_day(kDayZero + chrono::days(day)));
-    return seconds == 0 ? text : text + u' ' + timeText(seconds);
+    const Moment moment{kDayZero + chrono::days(day), seconds};
+    String text;
+    if (day != 0) appendByPicture(text, locale().datePicture, moment);
+    if (day != 0 && seconds != 0) text.push_back(u' ');
+    if (day == 0 || seconds != 0) appendByPicture(text, locale().timePicture, moment);
+    return text;
 }
 
 std::optional<Date> spelledDate(StringView text) {

@@ -100,9 +100,10 @@ Locale germanDates() {
     rules.decimalSeparator = u',';
     rules.groupSeparator = u'.';
     rules.dateSeparator = u'.';
-    rules.dateOrder = Locale::DateOrder::DayMonthYear;
-    rules.twentyFourHours = true;
-    rules.leadingZeros = true;
+    rules.datePicture = u"dd.MM.yyyy";
+    rules.timePicture = u"HH:mm:ss";
+    rules.halvesOfDay = {};
+    rules.months[2] = u"M\u00E4rz";
     return rules;
 }
 
@@ -161,6 +162,24 @@ TEST(DateText, NumbersAreTakenInTheLocalesOrder) {
     const LocaleScope scope(german);
     EXPECT_EQ(toDate(u"1.2.2000").days, 36557) << "and no number with its digits grouped";
     EXPECT_EQ(toDate(u"1,5").days, 1.5);
+    EXPECT_EQ(toDate(u"1. M\u00C4RZ 2000").days, toDate(u"1 March 2000").days);
+}
+
+TEST(DateText, IsWrittenByPictures) {
+    const std::tuple<StringView, StringView, double, StringView> cases[] = {
+        {u"yyyy-MM-dd", u"HH:mm:ss", 36526.25, u"2000-01-01 06:00:00"},
+        {u"ddd, d MMM yy", u"", 36526, u"Sat, 1 Jan 00"},
+        {u"yy", u"", 1, u"1899"}, // two digits would mean another year
+        {u"dddd d. 'de' MMMM yyyy '\u0433.'", u"", 36526, u"Saturday 1. de January 2000 \u0433."},
+        {u"", u"t h 'h'", 0.75, u"P 6 h"},
+    };
+    for (const auto& [date, time, days, text] : cases) {
+        Locale rules;
+        rules.datePicture = date;
+        rules.timePicture = time;
+        const LocaleScope scope(rules);
+        EXPECT_EQ(toUtf8(dateText({days})), toUtf8(text));
+    }
 }
 
 TEST(DateText, WithoutAYearMeansTheCurrentOne) {
