@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: standin_client DRAWING ARGUMENT-STRING\n";
         return 2;
     }
-    // What the library finds when it looks for a running Visio. Declared first: the surroundings outlive the objects.
+    // What the library finds when it looks for a running Visio. Declared first, because it outlives the objects.
     standin::Host host;
     platform::portable::TerminalMessageBox messageBox;
     platform::portable::PortablePlatform platform(messageBox, host);

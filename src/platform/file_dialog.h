@@ -6,7 +6,7 @@
 
 namespace tarncom32::platform {
 
-/// Flags of a file dialog that surroundings without the system's own dialogs heed, numbered as the system numbers them.
+/// Flags of a file dialog that platforms without the system's own dialogs heed, numbered as the system numbers them.
 namespace dialog_flag {
 inline constexpr std::int32_t kOverwritePrompt = 2;  ///< Save asks before an existing file is chosen
 inline constexpr std::int32_t kPathMustExist = 2048; ///< the folder of the chosen file exists

@@ -10,7 +10,7 @@ namespace tarncom32::platform {
 class FileSystemObjects {
 public:
     virtual ~FileSystemObjects() = default;
-    /// A new object. Raises 429 when this surrounding has none.
+    /// A new object. Raises 429 when the platform has none.
     virtual automation::ObjectRef create() = 0;
 };
 

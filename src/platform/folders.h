@@ -6,7 +6,7 @@
 
 namespace tarncom32::platform {
 
-/// Folders that the surroundings know by their meaning. Paths come without a separator at the end, a drive's root
+/// Folders that the system knows by their meaning. Paths come without a separator at the end, a drive's root
 /// excepted.
 class Folders {
 public:

@@ -49,10 +49,10 @@ void buildDrawing(const ObjectRef& application) {
 }
 
 TEST(AddInSession, PrintsWhatTheScriptPrints) {
-    Visio surroundings;
-    const ObjectRef application = surroundings.startVisio();
+    Visio visio;
+    const ObjectRef application = visio.startVisio();
     buildDrawing(application);
-    library::Library library(surroundings.surroundings.platform);
+    library::Library library(visio.fakes.platform);
 
     std::ostringstream out;
     const cli::Output output{out, out, cli::Terminal(false, 0)};
@@ -66,9 +66,9 @@ TEST(AddInSession, PrintsWhatTheScriptPrints) {
         options.application = "OfficeNetwork";
         // The walk inside a shape enters every group, asked to or not.
         options.subShapes = *wantedVersion != 0;
-        cli::Session session{surroundings.surroundings.platform, library, options};
+        cli::Session session{visio.fakes.platform, library, options};
         session.application = application;
-        session.majorVersion = surroundings.functions->whichVisioMajorVersionIsThis(application);
+        session.majorVersion = visio.functions->whichVisioMajorVersionIsThis(application);
         cli::resolveAddonString(session);
         cli::checkVersion(session);
         cli::walkShapes(session);
@@ -77,7 +77,7 @@ TEST(AddInSession, PrintsWhatTheScriptPrints) {
     std::ostringstream expected;
     expected << std::ifstream(sourceFolder() / "examples/addin_session.txt").rdbuf();
     EXPECT_EQ(out.str(), expected.str());
-    EXPECT_TRUE(surroundings.shown().empty());
+    EXPECT_TRUE(visio.shown().empty());
 }
 
 } // namespace

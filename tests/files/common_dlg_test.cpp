@@ -10,7 +10,7 @@ constexpr StringView kTwoFilters = u"Drawings (*.vsd)|*.vsd|All files (*.*)|*.*"
 
 class CommonDlgTest : public FilesTest {
 protected:
-    Ref<CommonDlg> dialog_ = make<CommonDlg>(surroundings_.platform);
+    Ref<CommonDlg> dialog_ = make<CommonDlg>(fakes_.platform);
 
     // The number that the dialog raises; 0 for none.
     std::int32_t raised() {
@@ -159,7 +159,7 @@ TEST_F(SelectedFilenameTest, SaysCancelledForCancelledOnly) {
     cancel_ = Boolean::fromBits(5);
     EXPECT_EQ(select(u"", false, 1), u""); // no such filter: a failure, not a cancelled dialog
     EXPECT_EQ(cancel_.value, 5);
-    EXPECT_TRUE(surroundings_.messageBox.shown.empty());
+    EXPECT_TRUE(fakes_.messageBox.shown.empty());
 }
 
 TEST_F(SelectedFilenameTest, UsesACallersDialogByName) {

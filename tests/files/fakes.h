@@ -40,7 +40,7 @@ private:
     Members members_;
 };
 
-/// Surroundings whose files are what the test says.
+/// Files that are what the test says.
 class FakeFiles final : public platform::NoFiles {
 public:
     ObjectRef create() override {
@@ -102,10 +102,10 @@ private:
 /// A test of an object of this folder over such files.
 class FilesTest : public testing::Test {
 protected:
-    tests::PlatformWith<FakeFiles> surroundings_;
-    FakeFiles& files_ = surroundings_.files;
-    Ref<FileOperations> operations_ = make<FileOperations>(surroundings_.platform);
-    std::vector<std::string> reports() const { return surroundings_.messageBox.headings(); }
+    tests::PlatformWith<FakeFiles> fakes_;
+    FakeFiles& files_ = fakes_.files;
+    Ref<FileOperations> operations_ = make<FileOperations>(fakes_.platform);
+    std::vector<std::string> reports() const { return fakes_.messageBox.headings(); }
 };
 
 } // namespace tarncom32::files

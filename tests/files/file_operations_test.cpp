@@ -130,14 +130,14 @@ TEST_F(FileOperationsTest, ReportsOrRaisesWhatTheObjectFailsIn) {
                 ElementsAre("Problem in FileOperations.GetTempDirectory", "Problem in FileOperations.GetTempFileName",
                             "Problem in FileOperations.GetTempPathFileName",
                             "Problem in FileOperations.SaveStreamToFile"));
-    EXPECT_NE(surroundings_.messageBox.shown[0].text.find(u"Error Number: 429\r\n"), String::npos);
+    EXPECT_NE(fakes_.messageBox.shown[0].text.find(u"Error Number: 429\r\n"), String::npos);
 
     for (ObjectRef fso : {none, answering(u"Other", u"")}) {
         const std::int32_t number = fso ? errors::NoSuchMember : errors::CannotCreateObject;
         for (const auto member : {&FileOperations::trimFileExtension, &FileOperations::trimFilePath})
             EXPECT_EQ(errorOf([&] { (*operations_.*member)(u"f", fso); }), number);
     }
-    EXPECT_EQ(surroundings_.messageBox.shown.size(), 4U);
+    EXPECT_EQ(fakes_.messageBox.shown.size(), 4U);
 }
 
 } // namespace

@@ -60,7 +60,7 @@ TEST_F(PathFormsTest, CutTheBufferAsTheCallsAnswer) {
         EXPECT_EQ(operations_->getShortPath(u"p"), wide) << form.size();
         EXPECT_EQ(operations_->getLongPath(u"p"), wide) << form.size();
     }
-    EXPECT_TRUE(surroundings_.messageBox.shown.empty());
+    EXPECT_TRUE(fakes_.messageBox.shown.empty());
 }
 
 TEST_F(PathFormsTest, FindsTheLongFormFolderByFolder) {
@@ -94,7 +94,7 @@ TEST_F(PathFormsTest, ReportAFailureUnderTheRoutineThatFailed) {
         std::size_t longPath(const String&, std::span<char16_t>) override { throw Error(57); }
         platform::SystemVersion known{4, 0};
     } failing;
-    platform::Platform broken{.messageBox = surroundings_.messageBox, .files = failing.ports()};
+    platform::Platform broken{.messageBox = fakes_.messageBox, .files = failing.ports()};
     const auto operations = make<FileOperations>(broken);
     EXPECT_EQ(operations->getLongPath(u"C:\\x"), u"");
     EXPECT_EQ(operations->getShortPath(u"C:\\x"), u"");

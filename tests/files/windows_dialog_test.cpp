@@ -125,9 +125,9 @@ protected:
 
     tests::TemporaryFolder folder_;
     String folderText_;
-    tests::TestPlatform surroundings_;
+    tests::TestPlatform fakes_;
     platform::windows::WindowsFiles files_{platform::noApplications(), platform::westernCodePage()};
-    platform::Platform platform_{.messageBox = surroundings_.messageBox, .files = files_.ports()};
+    platform::Platform platform_{.messageBox = fakes_.messageBox, .files = files_.ports()};
     automation::Ref<CommonDlg> dialog_ = automation::make<CommonDlg>(platform_);
 };
 

@@ -13,8 +13,8 @@ namespace {
 using automation::StringView;
 
 TEST(Library, CreatesIndependentInstancesAndOneGlobal) {
-    tests::TestPlatform surroundings;
-    Library library(surroundings.platform);
+    tests::TestPlatform fakes;
+    Library library(fakes.platform);
     const auto first = library.create(u"TarnCom32.StringFunctions");
     const auto second = library.create(u"tarncom32.stringfunctions.1");
     EXPECT_NE(first, second);
@@ -23,8 +23,8 @@ TEST(Library, CreatesIndependentInstancesAndOneGlobal) {
 }
 
 TEST(Library, RefusesWithAReason) {
-    tests::TestPlatform surroundings;
-    Library library(surroundings.platform);
+    tests::TestPlatform fakes;
+    Library library(fakes.platform);
     const std::pair<const char16_t*, const char*> cases[] = {
         {u"TarnCom32.RecycleBin", "RecycleBin is not built yet"},
         {u"TarnCom32.UserProfileEntry", "TarnCom32.UserProfileEntry is not the ProgID"},

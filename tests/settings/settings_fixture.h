@@ -102,10 +102,10 @@ protected:
     }
 
     automation::String key_ = tests::testKey() + u"\\Product\\Default";
-    tests::TestPlatform surroundings_;
-    platform::Registry& real_ = *surroundings_.registry;
+    tests::TestPlatform fakes_;
+    platform::Registry& real_ = *fakes_.registry;
     FaultyRegistry registry_{real_};
-    platform::Platform platform_{.messageBox = surroundings_.messageBox, .registry = registry_};
+    platform::Platform platform_{.messageBox = fakes_.messageBox, .registry = registry_};
     RegistryOperations operations_{platform_};
 };
 

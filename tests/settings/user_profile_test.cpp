@@ -37,9 +37,9 @@ protected:
     /// What the boxes said so far, without the library's name; then forgets them.
     std::vector<String> reports() {
         std::vector<String> texts;
-        for (const auto& shown : surroundings_.messageBox.shown)
+        for (const auto& shown : fakes_.messageBox.shown)
             texts.push_back(shown.text);
-        surroundings_.messageBox.shown.clear();
+        fakes_.messageBox.shown.clear();
         return texts;
     }
 

@@ -17,11 +17,11 @@ using tarncom32::tests::errorOf;
 /// A running stand-in and the class under test.
 struct Session {
     standin::Host host;
-    tarncom32::tests::TestPlatform surroundings{host};
-    Ref<VisioFunctions> functions = make<VisioFunctions>(surroundings.platform);
+    tarncom32::tests::TestPlatform fakes{host};
+    Ref<VisioFunctions> functions = make<VisioFunctions>(fakes.platform);
 
-    std::vector<tarncom32::tests::RecordingMessageBox::Shown>& shown() { return surroundings.messageBox.shown; }
-    std::vector<std::string> reports() const { return surroundings.messageBox.headings(); }
+    std::vector<tarncom32::tests::RecordingMessageBox::Shown>& shown() { return fakes.messageBox.shown; }
+    std::vector<std::string> reports() const { return fakes.messageBox.headings(); }
     ObjectRef startVisio() { return host.start(u"Visio.Application"); }
     /// A new drawing, with one empty page, in `visio`.
     static ObjectRef newDrawing(const ObjectRef& visio) {
