@@ -37,6 +37,17 @@ TEST(Library, RefusesWithAReason) {
     EXPECT_THROW(library.global(u"UserProfile"), automation::Error);
 }
 
+TEST(Library, WorksOnAPlatformWithoutAnyPort) {
+    platform::Platform nothing;
+    Library library(nothing);
+    EXPECT_EQ(automation::toText(library.global(u"StringFunctions")->call(u"ReverseString", u"abc")), u"cba");
+    EXPECT_EQ(automation::toText(library.global(u"FileOperations")->call(u"GetTempDirectory")), u"");
+    EXPECT_EQ(nothing.registry.open(platform::registry_root::kUsers, "", platform::RegistryAccess::Read), nullptr);
+    EXPECT_EQ(tests::errorOf([&] { nothing.registry.create(platform::registry_root::kUsers, "A"); }), 75);
+    EXPECT_EQ(tests::errorOf([&] { nothing.applications.start(u"Visio.Application"); }), 429);
+    EXPECT_EQ(nothing.messageBox.show(u"", platform::message_style::kQuestionYesNo, u""), platform::MessageAnswer::No);
+}
+
 TEST(Library, EveryTableIsSoundAndItsIdentifiersAreUnique) {
     std::set<automation::String> guids;
     for (const frame::PublishedClass& published : publishedLibrary().classes) {
