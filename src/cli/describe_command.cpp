@@ -39,12 +39,17 @@ std::string declaration(const ParameterInfo& parameter) {
     return '[' + text + ']';
 }
 
+std::string inParentheses(const std::vector<ParameterInfo>& parameters) {
+    std::string text;
+    for (const ParameterInfo& parameter : parameters)
+        text += (text.empty() ? "" : ", ") + declaration(parameter);
+    return '(' + text + ')';
+}
+
 /// What stands behind the name: the parameters and the result.
 std::string signature(const MemberInfo& member) {
     std::string text;
-    for (const ParameterInfo& parameter : member.parameters)
-        text += (text.empty() ? "" : ", ") + declaration(parameter);
-    if (member.kind == MemberKind::Method || !text.empty()) text = '(' + text + ')';
+    if (member.kind == MemberKind::Method || !member.parameters.empty()) text = inParentheses(member.parameters);
     if (const std::string result = typeOf(member.result); !result.empty()) text += " As " + result;
     return text;
 }
@@ -88,7 +93,7 @@ void printClass(const Output& output, const MemberPath& path) {
                    << terminal.paragraph(toUtf8(member.help), 6);
     }
     for (const automation::EventInfo& event : path.info->events)
-        output.out << "\n  event " << terminal.name(toUtf8(event.name)) << '\n'
+        output.out << "\n  event " << terminal.name(toUtf8(event.name)) << inParentheses(event.parameters) << '\n'
                    << terminal.paragraph(toUtf8(event.help), 6);
 }
 
