@@ -11,6 +11,10 @@ using automation::StringView;
 
 namespace {
 
+std::size_t countCharacter(StringView text, char16_t wanted) {
+    return static_cast<std::size_t>(std::ranges::count(text, wanted));
+}
+
 // The position of the `n`-th `wanted`; 0 when there are fewer, and then `found` is how many there are.
 std::size_t nthCharacter(StringView text, char16_t wanted, std::size_t n, std::size_t& found) {
     // Whole stretches are counted; only the one with the n-th is walked.

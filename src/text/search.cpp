@@ -41,42 +41,12 @@ inline Hits hitsAt(const char16_t* text, char16_t wanted) {
     return hits;
 }
 
-constexpr std::size_t kStride = 4 * kBlock;
-
-// Whether any of the 32 characters from `text` on is `wanted`.
-inline bool anyInStride(const char16_t* text, char16_t wanted) {
-    Block blocks[4];
-    std::memcpy(blocks, text, sizeof blocks);
-    const auto c = static_cast<std::uint16_t>(wanted);
-    const auto equal = (blocks[0] == c) | (blocks[1] == c) | (blocks[2] == c) | (blocks[3] == c);
-    Hits hits;
-    std::memcpy(&hits, &equal, sizeof hits);
-    return hits.any();
-}
-
-// Whether any of 32 places has `first` at it and `last` at `distance` behind it.
-inline bool anyPairInStride(const char16_t* text, char16_t first, char16_t last, std::size_t distance) {
-    Block a[4];
-    Block b[4];
-    std::memcpy(a, text, sizeof a);
-    std::memcpy(b, text + distance, sizeof b);
-    const auto f = static_cast<std::uint16_t>(first);
-    const auto l = static_cast<std::uint16_t>(last);
-    const auto both = ((a[0] == f) & (b[0] == l)) | ((a[1] == f) & (b[1] == l)) | ((a[2] == f) & (b[2] == l)) |
-                      ((a[3] == f) & (b[3] == l));
-    Hits hits;
-    std::memcpy(&hits, &both, sizeof hits);
-    return hits.any();
-}
-
 // The offset of the first place at or behind `from` that has `first`, and `last` at `distance` behind it: looking at
 // both ends of a sought text at once leaves few places to compare in full.
 std::size_t findPair(StringView text, char16_t first, char16_t last, std::size_t distance, std::size_t from) {
     if (text.size() <= distance) return npos;
     const std::size_t end = text.size() - distance; // behind the last place
     const char16_t* const data = text.data();
-    while (from + kStride <= end && !anyPairInStride(data + from, first, last, distance))
-        from += kStride;
     for (; from + kBlock <= end; from += kBlock) {
         const Hits atFirst = hitsAt(data + from, first);
         const Hits atLast = hitsAt(data + from + distance, last);
@@ -97,11 +67,6 @@ std::size_t commonPrefix(const char16_t* left, const char16_t* right, std::size_
 std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) noexcept {
     const char16_t* const data = text.data();
     const std::size_t size = text.size();
-    // Most fields are short: their delimiter stands in the first block, before the longer strides start.
-    for (int i = 0; i < 2 && from + kBlock <= size; ++i, from += kBlock)
-        if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
-    while (from + kStride <= size && !anyInStride(data + from, wanted))
-        from += kStride;
     for (; from + kBlock <= size; from += kBlock)
         if (const Hits hits = hitsAt(data + from, wanted); hits.any()) return from + hits.first();
     for (; from < size; ++from)
@@ -112,36 +77,11 @@ std::size_t findCharacter(StringView text, char16_t wanted, std::size_t from) no
 std::size_t findLastCharacter(StringView text, char16_t wanted) noexcept {
     const char16_t* const data = text.data();
     std::size_t end = text.size();
-    while (end >= kStride && !anyInStride(data + end - kStride, wanted))
-        end -= kStride;
     for (; end >= kBlock; end -= kBlock)
         if (const Hits hits = hitsAt(data + end - kBlock, wanted); hits.any()) return end - kBlock + hits.last();
     while (end > 0)
         if (data[--end] == wanted) return end;
     return npos;
-}
-
-std::size_t countCharacter(StringView text, char16_t wanted) noexcept {
-    // Each lane counts its own hits, and is emptied before its 16 bits can overflow.
-    constexpr std::size_t kBlocksBeforeOverflow = 65535;
-    const char16_t* at = text.data();
-    const char16_t* const end = at + text.size();
-    std::size_t count = 0;
-    while (static_cast<std::size_t>(end - at) >= kBlock) {
-        const std::size_t blocks = std::min(static_cast<std::size_t>(end - at) / kBlock, kBlocksBeforeOverflow);
-        Block lanes{};
-        for (const char16_t* const stop = at + blocks * kBlock; at != stop; at += kBlock) {
-            Block block;
-            std::memcpy(&block, at, sizeof block);
-            // A hit is -1 in its lane.
-            lanes -= reinterpret_cast<Block>(block == static_cast<std::uint16_t>(wanted));
-        }
-        for (std::size_t i = 0; i < kBlock; ++i)
-            count += lanes[i];
-    }
-    for (; at != end; ++at)
-        count += *at == wanted;
-    return count;
 }
 
 std::size_t Occurrences::next() {
