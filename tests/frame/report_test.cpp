@@ -11,14 +11,16 @@ namespace {
 using namespace automation;
 
 TEST(Report, WritesThreeLinesWithTheNumberInDecimal) {
-    // An HRESULT is negative, never hexadecimal; the label's space stays without a description.
-    const std::tuple<std::int32_t, StringView, StringView> cases[] = {
-        {13, u"Type mismatch", u"Error Number: 13\r\nError Description: Type mismatch"},
-        {-2032466967, u"End of file", u"Error Number: -2032466967\r\nError Description: End of file"},
-        {5, u"", u"Error Number: 5\r\nError Description: "}};
-    for (const auto& [number, description, expected] : cases) {
+    // An HRESULT is negative, never hexadecimal. What another object raised without a description has none, and the
+    // label's space stays; an error of this library has the host's.
+    const std::pair<Error, StringView> cases[] = {
+        {Error(13), u"Error Number: 13\r\nError Description: Type mismatch"},
+        {Error(12290), u"Error Number: 12290\r\nError Description: Application-defined or object-defined error"},
+        {Error(-2032466967, u"End of file"), u"Error Number: -2032466967\r\nError Description: End of file"},
+        {Error::fromHresult(-2147220991, u""), u"Error Number: -2147220991\r\nError Description: "}};
+    for (const auto& [raised, expected] : cases) {
         tests::RecordingMessageBox box;
-        reportAndStop(box, u"VisioFunctions", u"SelectShape", [error = Error(number, description)] { throw error; });
+        reportAndStop(box, u"VisioFunctions", u"SelectShape", [error = raised] { throw error; });
         EXPECT_THAT(box.shown, testing::ElementsAre(testing::FieldsAre(
                                    u"Problem in VisioFunctions.SelectShape\r\n" + String(expected), 64, u"TarnCom32")));
     }
