@@ -12,10 +12,8 @@ namespace {
 using namespace automation;
 
 /// A member with a parameter of each type that may be left out.
-class Optional final : public Described<Optional> {
+class Optional : public Object {
 public:
-    static constexpr StringView kClassName = u"Optional";
-    static const ClassInfo& describe();
     void text(StringView) {}
     void number(std::int32_t) {}
     void flag(Boolean) {}
