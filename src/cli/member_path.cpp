@@ -13,7 +13,7 @@ using automation::StringView;
 
 namespace {
 
-std::string inQuotes(StringView text) {
+std::string nameInQuotes(StringView text) {
     return cli::inQuotes(automation::toUtf8(text));
 }
 
@@ -26,7 +26,7 @@ std::string inQuotes(StringView text) {
         names.push_back(entry.name);
     for (const frame::EnumerationInfo& enumeration : frame::enumerations())
         names.push_back(enumeration.name);
-    throw UsageError("there is no class " + inQuotes(name) + didYouMean(name, names) +
+    throw UsageError("there is no class " + nameInQuotes(name) + didYouMean(name, names) +
                      (nearNames(name, names).empty() ? ";" : "") + " \"tarn classes\" lists them all");
 }
 
@@ -35,7 +35,7 @@ std::string inQuotes(StringView text) {
     for (const automation::MemberInfo& member : info.members)
         names.push_back(member.name);
     const std::string className = automation::toUtf8(info.name);
-    throw UsageError(className + " has no member " + inQuotes(name) + didYouMean(name, names) +
+    throw UsageError(className + " has no member " + nameInQuotes(name) + didYouMean(name, names) +
                      (nearNames(name, names).empty() ? ";" : "") + " \"tarn describe " + className +
                      "\" lists them all");
 }
@@ -60,7 +60,7 @@ MemberPath resolvePath(std::string_view text) {
 
     result.member = rest.substr(point + 1);
     if (result.member.empty())
-        throw UsageError("a member's name must follow the point in " + inQuotes(path) + "; \"tarn describe " +
+        throw UsageError("a member's name must follow the point in " + inQuotes(text) + "; \"tarn describe " +
                          automation::toUtf8(result.entry->name) + "\" lists them");
     if (result.info && membersNamed(*result.info, result.member).empty()) refuseMember(*result.info, result.member);
     return result;

@@ -2,14 +2,11 @@
 
 #include "cli/commands.h"
 
-namespace CLI {
-class App;
-}
-
 namespace tarncom32::cli {
 
 /// What "tarn registry" is asked for.
 struct RegistryOptions {
+    std::string verb{};          ///< "list", "get", "set", "delete" or "export"
     std::string file{};          ///< empty: the user's own store
     std::string key{};           ///< HKCU\Software\...
     std::string name{};          ///< of a value; empty: the key's default value
@@ -21,10 +18,7 @@ struct RegistryOptions {
     bool json = false;
 };
 
-/// Adds "registry" and its own commands to `app`.
-void addRegistryCommand(CLI::App& app, RegistryOptions& options);
-
-/// "tarn registry": looks at what add-ins keep in the portable registry, and changes it. `app` is the parsed program.
-int runRegistry(const Output& output, const CLI::App& app, const RegistryOptions& options);
+/// "tarn registry": looks at what add-ins keep in the portable registry, and changes it.
+int runRegistry(const Output& output, const RegistryOptions& options);
 
 } // namespace tarncom32::cli

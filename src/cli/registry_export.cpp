@@ -12,7 +12,6 @@ namespace type = platform::registry_type;
 using automation::String;
 using automation::StringView;
 
-constexpr std::size_t kAll = std::size_t{1} << 40;
 /// The registry tools break a row of bytes before its line gets longer.
 constexpr std::size_t kLineLength = 78;
 

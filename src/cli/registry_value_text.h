@@ -8,6 +8,9 @@
 
 namespace tarncom32::cli {
 
+/// More bytes than any name or data has: for reading the whole of one.
+inline constexpr std::size_t kAll = std::size_t{1} << 40;
+
 /// "REG_SZ" and so on; "REG_17" for a type without a name.
 std::string typeName(std::uint32_t type);
 
