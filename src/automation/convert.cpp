@@ -27,15 +27,15 @@ template <class... Cases>
 Overloads(Cases...) -> Overloads<Cases...>;
 
 /// A value read as a number, kept as exactly as it came.
-using Number = std::variant<std::int64_t, std::uint64_t, float, double, Currency, Decimal, NumberSpelling>;
+using AnyNumber = std::variant<std::int64_t, std::uint64_t, float, double, Currency, Decimal, NumberSpelling>;
 
-Number numberIn(StringView text) {
+AnyNumber numberIn(StringView text) {
     auto number = spelledNumber(text);
     if (!number) throw Error(errors::TypeMismatch);
     return std::move(*number);
 }
 
-Number numberOf(const Variant& value) {
+AnyNumber numberOf(const Variant& value) {
     switch (value.type()) {
     case VariantType::Empty:
         return std::int64_t{0};

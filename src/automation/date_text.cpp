@@ -2,6 +2,7 @@
 
 #include "automation/error.h"
 #include "automation/locale.h"
+#include "automation/number_text.h"
 
 #include <algorithm>
 #include <array>
@@ -19,9 +20,6 @@ namespace chrono = std::chrono;
 constexpr chrono::sys_days kDayZero = chrono::year(1899) / 12 / 30;
 constexpr int kSecondsADay = 86400;
 
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
 bool isLetter(char16_t c) {
     return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c >= 0xC0;
 }

@@ -98,7 +98,7 @@ StringView descriptionOf(std::int32_t number) noexcept {
 
 Error::Error(std::int32_t number, StringView description) : number_(number) {
     if (description != descriptionOf(number))
-        description_ = std::make_shared<Description>(String(description), toUtf8(description));
+        description_ = std::make_shared<Description>(Description{String(description), toUtf8(description)});
 }
 
 Error Error::withoutSource(std::int32_t number, StringView description) {

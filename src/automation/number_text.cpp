@@ -12,10 +12,7 @@ namespace tarncom32::automation {
 
 namespace {
 
-bool isDigit(char16_t c) {
-    return c >= u'0' && c <= u'9';
-}
-bool isBlank(char16_t c) {
+bool isBlankAroundNumber(char16_t c) {
     return (c >= 9 && c <= 13) || c == u' ' || c == 0xA0 || c == 0x3000;
 }
 bool isExponentMark(char16_t c) {
@@ -63,9 +60,9 @@ void appendDigit(DecimalDigits& number, char16_t digit, bool inFraction) {
 // Far beyond every type's range, and far from overflowing an int.
 constexpr int kExponentLimit = 100000;
 
-class Reader {
+class NumberReader {
 public:
-    explicit Reader(StringView text) : text_(text), locale_(locale()) {}
+    explicit NumberReader(StringView text) : text_(text), locale_(locale()) {}
 
     std::optional<NumberSpelling> read() {
         readPrefix();
@@ -103,7 +100,7 @@ private:
     }
 
     bool takeBlank() {
-        if (!isBlank(peek())) return false;
+        if (!isBlankAroundNumber(peek())) return false;
         ++at_;
         return true;
     }
@@ -215,7 +212,7 @@ double leadingBits(BlankSkipper& text) {
 } // namespace
 
 std::optional<NumberSpelling> spelledNumber(StringView text) {
-    return Reader(text).read();
+    return NumberReader(text).read();
 }
 
 double leadingNumber(StringView text) {

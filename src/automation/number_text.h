@@ -7,6 +7,11 @@
 
 namespace tarncom32::automation {
 
+/// Whether `c` is one of the ten digits that numbers and dates are written with.
+constexpr bool isDigit(char16_t c) noexcept {
+    return c >= u'0' && c <= u'9';
+}
+
 /// A number as a text spells it. Hexadecimal and octal texts name a bit pattern, whose sign depends on the width of
 /// the type that takes it: "&HFFFF" is -1 for 16 bits and 65535 for 32.
 struct NumberSpelling {

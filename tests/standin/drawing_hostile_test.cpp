@@ -19,7 +19,6 @@ constexpr const char* documentPart = "visio/document.xml";
 constexpr const char* documentRels = "visio/_rels/document.xml.rels";
 constexpr const char* pagesPart = "visio/pages/pages.xml";
 constexpr const char* pagesRels = "visio/pages/_rels/pages.xml.rels";
-constexpr const char* page1 = "visio/pages/page1.xml";
 constexpr const char* master1 = "visio/masters/master1.xml";
 
 // The message with which bytes are refused; "" when they are read.

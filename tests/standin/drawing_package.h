@@ -11,6 +11,9 @@ namespace tarncom32::tests {
 /// The parts of a package by their names.
 using Parts = std::map<std::string, std::string>;
 
+/// The part that holds the shapes of its first page.
+inline constexpr const char* page1 = "visio/pages/page1.xml";
+
 /// A small whole drawing: two pages, of which the second is the first one's background, and two masters, "PC" (id 2,
 /// shapes 5 to 7) and "Desk" (id 4, shape 5 and in it an instance of "PC"). Tests change what they are about.
 [[nodiscard]] Parts smallDrawing();

@@ -9,8 +9,6 @@ namespace {
 using namespace tests;
 using testing::FieldsAre;
 
-constexpr const char* page1 = "visio/pages/page1.xml";
-
 DrawingFile read(const Parts& parts) {
     return readDrawing(zipped(parts), "test");
 }

@@ -10,7 +10,7 @@ using automation::StringView;
 
 namespace {
 
-void check(LSTATUS status) {
+void checkStatus(LSTATUS status) {
     if (status != ERROR_SUCCESS)
         throw automation::Error::fromHresult(static_cast<std::int32_t>(HRESULT_FROM_WIN32(static_cast<DWORD>(status))));
 }
@@ -19,7 +19,7 @@ void check(LSTATUS status) {
 
 RegistryKey RegistryKey::create(HKEY root, const String& path, REGSAM view) {
     RegistryKey key;
-    check(RegCreateKeyExW(root, wide(path), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE | view, nullptr,
+    checkStatus(RegCreateKeyExW(root, wide(path), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE | view, nullptr,
                           &key.key_, nullptr));
     return key;
 }
@@ -32,14 +32,14 @@ RegistryKey RegistryKey::open(HKEY root, const String& path, REGSAM access) {
 
 void RegistryKey::set(const String& name, StringView value) const {
     const String text(value);
-    check(RegSetValueExW(key_, name.empty() ? nullptr : wide(name), 0, REG_SZ,
+    checkStatus(RegSetValueExW(key_, name.empty() ? nullptr : wide(name), 0, REG_SZ,
                          reinterpret_cast<const BYTE*>(text.c_str()),
                          static_cast<DWORD>((text.size() + 1) * sizeof(char16_t))));
 }
 
 bool RegistryKey::hasSubkeys() const {
     DWORD count = 0;
-    check(RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
+    checkStatus(RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
                            nullptr, nullptr));
     return count > 0;
 }
@@ -49,12 +49,12 @@ void removeKey(HKEY root, const String& path, REGSAM view) {
     HKEY key = nullptr;
     const LSTATUS opened = RegOpenKeyExW(root, wide(path), 0, KEY_ALL_ACCESS | view, &key);
     if (opened == ERROR_FILE_NOT_FOUND) return;
-    check(opened);
+    checkStatus(opened);
     const LSTATUS emptied = RegDeleteTreeW(key, nullptr);
     RegCloseKey(key);
-    check(emptied);
+    checkStatus(emptied);
     const LSTATUS removed = RegDeleteKeyExW(root, wide(path), view, 0);
-    if (removed != ERROR_FILE_NOT_FOUND) check(removed);
+    if (removed != ERROR_FILE_NOT_FOUND) checkStatus(removed);
 }
 
 } // namespace tarncom32::com

@@ -1,5 +1,7 @@
 #include "platform/portable/drive_map.h"
 
+#include "platform/portable/component_names.h"
+
 #include <algorithm>
 
 namespace tarncom32::platform::portable {
@@ -11,10 +13,6 @@ using automation::StringView;
 namespace {
 
 constexpr StringView kVerbatim = u"\\\\?\\";
-
-bool isSeparator(char16_t c) {
-    return c == u'\\' || c == u'/';
-}
 
 std::string withSlashes(StringView path) {
     std::string text = automation::toUtf8(path);

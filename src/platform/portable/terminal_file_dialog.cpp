@@ -28,10 +28,6 @@ bool isFolder(const fs::path& path) {
     return fs::is_directory(path, failure);
 }
 
-bool isSeparator(char16_t c) {
-    return c == u'\\' || c == u'/';
-}
-
 // The text for the terminal, which must not obey what a file's name holds: control characters become blanks.
 std::string shown(StringView text) {
     String harmless(text);
