@@ -79,7 +79,9 @@ install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 # Not with the sanitizers, whose libraries would have to be loaded into the client as well.
 if(TARNCOM32_TESTS AND TARGET tarncom32_library AND NOT TARNCOM32_SANITIZE)
+  # Clients need not be compiled by the compiler that the libraries are.
+  find_program(TARNCOM32_CLANG clang++ REQUIRED)
   add_test(NAME install.a_client_builds_and_runs
-           COMMAND bash "${PROJECT_SOURCE_DIR}/tests/install_test.sh" "${CMAKE_BINARY_DIR}" "${CMAKE_CXX_COMPILER}"
-                   "${CMAKE_COMMAND}")
+           COMMAND bash "${PROJECT_SOURCE_DIR}/tests/install_test.sh" "${CMAKE_BINARY_DIR}" "${CMAKE_COMMAND}"
+                   "${CMAKE_CXX_COMPILER}" "${TARNCOM32_CLANG}")
 endif()

@@ -3,6 +3,8 @@
 option(TARNCOM32_TESTS "Build the tests" ON)
 option(TARNCOM32_BENCHMARKS "Build the benchmarks" OFF)
 option(TARNCOM32_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+set(TARNCOM32_TOGETHER tests CACHE STRING "What is compiled a folder at a time: nothing, tests or all")
+set_property(CACHE TARNCOM32_TOGETHER PROPERTY STRINGS nothing tests all)
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -27,12 +29,10 @@ endif()
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
 
 if(TARNCOM32_SANITIZE)
+  # Not optimised: that takes half as long to compile, and no faulty access is optimised away before it is looked at.
+  set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O0 -g1")
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # The instrumentation itself sets this warning off.
-    add_compile_options(-Wno-maybe-uninitialized)
-  endif()
 endif()
 
 find_program(TARNCOM32_CCACHE ccache)

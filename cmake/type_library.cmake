@@ -1,27 +1,27 @@
 # Type libraries for the Windows build. Their descriptions come from the member tables, written by programs of this
-# project that run on the machine that builds: they are built in a folder of their own with the native compiler.
-
-include(ExternalProject)
+# project that run on the machine that builds: those of the preset `native`, in whose folder they are built.
 
 find_program(TARNCOM32_WIDL NAMES ${TARNCOM32_MINGW}-widl widl REQUIRED)
 find_path(TARNCOM32_WINE_IDL oaidl.idl PATHS /usr/include/wine/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 file(GLOB wine_folders "/usr/lib/*/wine/x86_64-windows")
 find_path(TARNCOM32_WINE_DLLS stdole2.tlb PATHS ${wine_folders} NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
-set(TARNCOM32_HOST_FOLDER "${CMAKE_BINARY_DIR}/host")
-ExternalProject_Add(
+# The lock is that of the scripts: two builds for Windows may run at once.
+set(TARNCOM32_HOST_FOLDER "${PROJECT_SOURCE_DIR}/build/native")
+set(with_native flock "${PROJECT_SOURCE_DIR}/build/native.lock")
+if(NOT EXISTS "${TARNCOM32_HOST_FOLDER}/build.ninja")
+  file(MAKE_DIRECTORY "${PROJECT_SOURCE_DIR}/build")
+  execute_process(COMMAND ${with_native} "${CMAKE_COMMAND}" --preset native WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+                  OUTPUT_QUIET COMMAND_ERROR_IS_FATAL ANY)
+endif()
+add_custom_target(
   tarncom32_host_programs
-  SOURCE_DIR "${PROJECT_SOURCE_DIR}"
-  BINARY_DIR "${TARNCOM32_HOST_FOLDER}"
-  CMAKE_GENERATOR Ninja
-  CMAKE_ARGS -DCMAKE_CXX_COMPILER=g++ -DTARNCOM32_TESTS=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo
-  BUILD_COMMAND ${CMAKE_COMMAND} --build "${TARNCOM32_HOST_FOLDER}" --target tarncom32_type_library_programs
-  BUILD_ALWAYS ON
-  INSTALL_COMMAND ""
-  USES_TERMINAL_BUILD ON
-  BUILD_BYPRODUCTS "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_library_idl"
-                   "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_standin_idl"
-                   "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_finish_type_library")
+  COMMAND ${with_native} "${CMAKE_COMMAND}" --build "${TARNCOM32_HOST_FOLDER}" --target tarncom32_type_library_programs
+  BYPRODUCTS "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_library_idl"
+             "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_standin_idl"
+             "${TARNCOM32_HOST_FOLDER}/src/idl/tarncom32_finish_type_library"
+  USES_TERMINAL
+  VERBATIM)
 
 # tarncom32_type_library(<name> <program>): makes <name>.tlb in the current binary folder, out of what the program of
 # src/idl writes.

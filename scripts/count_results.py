@@ -1,6 +1,7 @@
 """Counts the test cases in a result file of ctest and prints: passed, failed, the names of those skipped.
 
-An entry of ctest may be one test case or a whole GoogleTest program; a program counts as its cases.
+An entry of ctest may be one test case or a whole GoogleTest program; a program counts as its cases. What failed is shown
+on standard error, without the cases that passed.
 """
 
 import re
@@ -10,6 +11,15 @@ import xml.etree.ElementTree
 PASSED = re.compile(r"^\[  PASSED  \] (\d+) tests?\.", re.MULTILINE)
 FAILED = re.compile(r"^\[  FAILED  \] (\d+) tests?, listed below:", re.MULTILINE)
 SKIPPED = re.compile(r"^\[  SKIPPED \] (\S+\.\S+)\s*$", re.MULTILINE)
+PASSED_CASE = re.compile(r"^\[ RUN      \] (\S+)\n\[       OK \] \1 .*\n", re.MULTILINE)
+FRAME = re.compile(r"^(\[-{10}\].*)?\n", re.MULTILINE)
+
+
+def show(entry):
+    """What the entry said, without the cases that passed."""
+    output = (entry.findtext("system-out") or "").replace("\r", "")
+    output = FRAME.sub("", PASSED_CASE.sub("", output))
+    print(f"--- {entry.get('name')}\n{output}", file=sys.stderr)
 
 
 def count(entry):
@@ -30,8 +40,11 @@ def count(entry):
 
 
 def main():
-    entries = xml.etree.ElementTree.parse(sys.argv[1]).getroot().iter("testcase")
-    counts = [count(entry) for entry in entries]
+    counts = []
+    for entry in xml.etree.ElementTree.parse(sys.argv[1]).getroot().iter("testcase"):
+        counts.append(count(entry))
+        if counts[-1][1] > 0:
+            show(entry)
     skipped = [name for _, _, names in counts for name in names]
     print(sum(c[0] for c in counts), sum(c[1] for c in counts), *skipped)
 
