@@ -7,6 +7,8 @@ std::span<const EnumerationInfo> enumerations() {
 #define TARNCOM32_ENUMERATION(name, help, values) {u"" #name, u"" help, {values}},
 #define TARNCOM32_VALUE(name, value, help) {u"" #name, value, u"" help},
 #include "frame/enumerations.inc"
+#undef TARNCOM32_ENUMERATION
+#undef TARNCOM32_VALUE
     };
     return all;
 }
