@@ -11,22 +11,13 @@ protected:
     String byFinding(StringView path) { return PathForms(files_, platform::westernCodePage()).longPathByFinding(path); }
 };
 
-TEST_F(PathFormsTest, TreatVersionFourInOppositeWays) {
-    const std::tuple<std::uint32_t, std::uint32_t, bool, bool> cases[] = {
-        {3, 51, false, false}, {4, 0, false, true}, {4, 1, true, false}, {4, 90, true, false},
-        {5, 0, true, true},    {6, 2, true, true},  {10, 0, true, true}};
-    for (const auto& [major, minor, longCall, wideCalls] : cases) {
-        EXPECT_EQ(canUseLongPathCall({major, minor}), longCall) << major << "." << minor;
-        EXPECT_EQ(canUseWidePathCalls({major, minor}), wideCalls) << major << "." << minor;
-    }
-}
-
+// Version 4 is treated in opposite ways.
 TEST_F(PathFormsTest, TakeTheCallOfTheVersion) {
     const std::tuple<platform::SystemVersion, std::string, std::string> cases[] = {
         {{3, 51}, "8 260 C:\\\xC4?", ""},
         {{4, 0}, "16 32000 \\\\?\\C:\\\u00C4\u0416", ""},
-        {{4, 10}, "8 260 C:\\\xC4?", "8 260 C:\\\xC4?"},
-        {{10, 0}, "16 32000 \\\\?\\C:\\\u00C4\u0416", "16 32000 \\\\?\\C:\\\u00C4\u0416"}};
+        {{4, 1}, "8 260 C:\\\xC4?", "8 260 C:\\\xC4?"},
+        {{5, 0}, "16 32000 \\\\?\\C:\\\u00C4\u0416", "16 32000 \\\\?\\C:\\\u00C4\u0416"}};
     for (const auto& [version, shortCall, longCall] : cases) {
         files_.systemVersion = version;
         files_.converted.clear();
