@@ -67,6 +67,7 @@ class ComTest : public ::testing::Test {
 protected:
     void SetUp() override {
         CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+        SetErrorInfo(0, nullptr); // what the test before left behind
         objectsBefore_ = Object::liveCount();
         probe = make<Probe>();
         *face.put() = exportObject(probe);
