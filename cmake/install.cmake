@@ -15,7 +15,7 @@ install(
   PATTERN "src/cli" EXCLUDE
   PATTERN "src/com" EXCLUDE
   PATTERN "src/idl" EXCLUDE
-  PATTERN "automation/wire.h" EXCLUDE
+  PATTERN "automation/vtable.h" EXCLUDE
   PATTERN "platform/windows" EXCLUDE)
 
 # tarncom32_install(<library> <description> [<library needed>]): both kinds of a library and their pkg-config files.

@@ -1,30 +1,63 @@
 #pragma once
 
-// How an argument becomes a C++ parameter, and what the member writes becomes the caller's again. One `Slot` a
-// parameter: it converts when it is made and writes back when it goes, also when the member raises, because a caller's
-// by-reference variable holds whatever was assigned to it before the failure.
+// How an argument of a late-bound call becomes a C++ parameter, and what the member writes becomes the caller's again.
+// One `Slot` a parameter: it converts when it is made and writes back when it goes, also when the member raises,
+// because a caller's by-reference variable holds whatever was assigned to it before the failure. A variable that the
+// member did not write stays as it is, of its own type.
 
 #include "automation/class_info.h"
 #include "automation/convert.h"
+#include "automation/error.h"
+
+#include <optional>
+#include <tuple>
+
+namespace tarncom32::automation {
+
+/// An argument of a late-bound call: a value, the caller's own or made for the call; for a text that is only read
+/// perhaps just the text; or nothing where it is left out.
+class LateArgument {
+public:
+    constexpr LateArgument() noexcept = default;
+    explicit constexpr LateArgument(Variant& value) noexcept : value_(&value) {}
+    /// For parameters of type String that are not by reference; a null text is the empty one.
+    explicit constexpr LateArgument(StringView text) noexcept
+        : text_(text.data() ? text : StringView(u"", std::size_t{0})) {}
+
+    bool isMissing() const noexcept { return value_ ? value_->isMissing() : !text_.data(); }
+    /// Null where the argument is not just a text.
+    const StringView* text() const noexcept { return text_.data() ? &text_ : nullptr; }
+    /// Null where it is left out, or just a text.
+    Variant* value() const noexcept { return value_; }
+
+    /// Notes that the value was, or may have been, written.
+    void setWritten() noexcept { written_ = true; }
+    bool isWritten() const noexcept { return written_; }
+
+private:
+    Variant* value_ = nullptr;
+    StringView text_;
+    bool written_ = false;
+};
+
+} // namespace tarncom32::automation
 
 namespace tarncom32::automation::detail {
 
-/// The argument for `parameter`: the caller's, or the default where it is left out. Raises 449 where it must not be.
-inline const Variant& argumentOrDefault(const ParameterInfo& parameter, const Variant* argument) {
-    if (argument && !argument->isMissing()) return *argument;
+/// What an omitted argument stands for. Raises 449 where it must not be left out.
+inline const Variant& defaultOf(const ParameterInfo& parameter) {
     if (!parameter.optional) throw Error(errors::ArgumentNotOptional);
     return parameter.defaultValue;
 }
 
-/// A flag keeps the bits of a whole number, because members tell -1 from other numbers; everything else converts.
-inline Boolean toFlag(const Variant& value) {
-    if (const auto* flag = value.as<Boolean>()) return *flag;
-    if (const auto* number = value.as<std::int16_t>()) return Boolean::fromBits(*number);
-    if (const auto* number = value.as<std::int32_t>(); number && *number >= -32768 && *number <= 32767)
-        return Boolean::fromBits(static_cast<std::int16_t>(*number));
-    if (const auto* number = value.as<std::uint8_t>()) return Boolean::fromBits(*number);
-    return toBoolean(value);
+/// The argument for `parameter`, or the default where it is left out.
+inline const Variant& argumentOrDefault(const ParameterInfo& parameter, const LateArgument& argument) {
+    return argument.isMissing() ? defaultOf(parameter) : *argument.value();
 }
+
+/// `value` as a flag: only True and -1, in whatever type they come, become exactly True, because members tell these
+/// from other numbers. Any number but 0 and -1 is another one still: itself where it is whole and has 16 bits, else 1.
+Boolean toFlag(const Variant& value);
 
 /// `value` as a `T`; a missing value is the type's empty one.
 template <class T>
@@ -65,11 +98,45 @@ T fromVariant(const Variant& value) {
     }
 }
 
+/// The value of a by-reference parameter for the time of a call, and whether the member has written it. One that is
+/// only written (`Direction::Out`) starts with what it had all the same, unless it is a text: that starts with a text
+/// that no member gives.
+template <class T>
+class Written {
+public:
+    /// `read` gives the caller's value.
+    template <class Read>
+    Written(Direction direction, Read&& read) {
+        if (direction != Direction::Out) {
+            value = read();
+        } else if constexpr (std::is_same_v<T, String>) {
+            value = kUnwritten;
+        } else {
+            try {
+                value = read();
+            } catch (const Error&) {
+                hadOther_ = true; // no matter: the member only writes it
+            }
+        }
+        before_ = value;
+    }
+
+    /// Whether it is not what it was: what was written again as it stood counts as not written.
+    bool isWritten() const { return hadOther_ || value != before_; }
+
+    T value{};
+
+private:
+    static constexpr StringView kUnwritten = u"\uFFFE\uFFFF\uFFFE";
+    T before_{};
+    bool hadOther_ = false; ///< the caller's variable held what is no `T`
+};
+
 /// By value.
 template <class P>
 class Slot {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument)
+    Slot(const ParameterInfo& parameter, const LateArgument& argument)
         : value_(fromVariant<P>(argumentOrDefault(parameter, argument))) {}
     const P& get() const { return value_; }
 
@@ -77,11 +144,26 @@ private:
     P value_;
 };
 
+template <>
+class Slot<String> {
+public:
+    Slot(const ParameterInfo& parameter, const LateArgument& argument)
+        : value_(argument.text() ? String(*argument.text()) : toText(argumentOrDefault(parameter, argument))) {}
+    const String& get() const { return value_; }
+
+private:
+    String value_;
+};
+
 /// Text that the member only reads: the caller's own where it is text already.
 template <>
 class Slot<StringView> {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument) {
+    Slot(const ParameterInfo& parameter, const LateArgument& argument) {
+        if (argument.text()) {
+            view_ = *argument.text();
+            return;
+        }
         const Variant& value = argumentOrDefault(parameter, argument);
         if (const auto* text = value.as<String>()) {
             view_ = *text;
@@ -101,7 +183,8 @@ private:
 template <>
 class Slot<const Variant&> {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument) : value_(argumentOrDefault(parameter, argument)) {}
+    Slot(const ParameterInfo& parameter, const LateArgument& argument)
+        : value_(argumentOrDefault(parameter, argument)) {}
     const Variant& get() const { return value_; }
 
 private:
@@ -112,9 +195,14 @@ private:
 template <>
 class Slot<Variant&> {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument) {
-        const Variant& value = argumentOrDefault(parameter, argument);
-        target_ = argument && &value == argument ? argument : &(own_ = value);
+    Slot(const ParameterInfo& parameter, LateArgument& argument) {
+        if (argument.isMissing()) {
+            own_ = defaultOf(parameter);
+            target_ = &own_;
+        } else {
+            target_ = argument.value();
+            argument.setWritten();
+        }
     }
     Slot(const Slot&) = delete;
     Variant& get() { return *target_; }
@@ -128,36 +216,65 @@ private:
 template <class T>
 class Slot<T&> {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument) {
-        const Variant& value = argumentOrDefault(parameter, argument);
-        if (parameter.direction != Direction::Out) value_ = fromVariant<T>(value);
-        if (argument && &value == argument) target_ = argument;
-    }
+    Slot(const ParameterInfo& parameter, LateArgument& argument)
+        : value_(parameter.direction, [&] { return fromVariant<T>(argumentOrDefault(parameter, argument)); }),
+          argument_(argument.isMissing() ? nullptr : &argument) {}
     Slot(const Slot&) = delete;
     ~Slot() {
-        if (target_) *target_ = Variant(std::move(value_));
+        if (!argument_ || !value_.isWritten()) return;
+        *argument_->value() = Variant(std::move(value_.value));
+        argument_->setWritten();
     }
-    T& get() { return value_; }
+    T& get() { return value_.value; }
 
 private:
-    T value_{};
-    Variant* target_ = nullptr;
+    Written<T> value_;
+    LateArgument* argument_; ///< null where it is left out
 };
 
-/// An array: the caller's own, in place. An argument without an array (Empty) becomes an array without bounds.
+/// A record: always the caller's own, where it stands.
+template <PublishedRecord R>
+class Slot<R&> {
+public:
+    Slot(const ParameterInfo& parameter, const LateArgument& argument) {
+        const auto* record = argumentOrDefault(parameter, argument).template as<Record>();
+        if (record) fields_ = record->as<R>();
+        if (!fields_) throw Error(errors::TypeMismatch);
+    }
+    R& get() { return *fields_; }
+
+private:
+    R* fields_ = nullptr;
+};
+
+/// An array: the caller's own, in place. An argument without an array (Empty) becomes an array without bounds; one that
+/// the member only writes starts so whatever it holds.
 template <VariantType Element>
 class Slot<ArrayRef<Element>> {
 public:
-    Slot(const ParameterInfo& parameter, Variant* argument) : own_(Array(Element)) {
+    Slot(const ParameterInfo& parameter, LateArgument& argument) {
         const Variant& value = argumentOrDefault(parameter, argument);
-        const bool callers = argument && &value == argument;
-        Variant& target = callers && (parameter.isByReference() || fits(value)) ? *argument : (own_ = value);
-        if (target.isEmpty() || target.isMissing()) target = Array(Element);
-        if (!target.isArray()) throw Error(errors::TypeMismatch);
-        if (!fits(target)) target = changeType(target, kArrayType);
-        array_ = target.as<Array>();
+        if (parameter.direction == Direction::Out) {
+            if (!argument.isMissing() && !value.isEmpty() && !value.isArray()) throw Error(errors::TypeMismatch);
+            own_ = Array(Element);
+            if (!argument.isMissing()) target_ = &argument;
+            array_ = own_.as<Array>();
+            return;
+        }
+        const bool callers = !argument.isMissing();
+        if (callers && parameter.isByReference()) argument.setWritten();
+        Variant& held = callers && (parameter.isByReference() || fits(value)) ? *argument.value() : (own_ = value);
+        if (held.isEmpty() || held.isMissing()) held = Array(Element);
+        if (!held.isArray()) throw Error(errors::TypeMismatch);
+        if (!fits(held)) held = changeType(held, kArrayType);
+        array_ = held.as<Array>();
     }
     Slot(const Slot&) = delete;
+    ~Slot() {
+        if (!target_ || !array_->hasBounds()) return;
+        *target_->value() = std::move(own_);
+        target_->setWritten();
+    }
     ArrayRef<Element> get() { return *array_; }
 
 private:
@@ -170,7 +287,34 @@ private:
     }
 
     Variant own_;
-    Array* array_;
+    Array* array_ = nullptr;
+    LateArgument* target_ = nullptr; ///< of an array that is only written, where it goes
+};
+
+/// The arguments of a call, made from the first to the last.
+template <class Indices, class... A>
+class Pack;
+template <std::size_t I, class A>
+struct PackLeaf {
+    A argument;
+};
+template <std::size_t... I, class... A>
+class Pack<std::index_sequence<I...>, A...> : PackLeaf<I, A>... {
+public:
+    /// `make.operator()<I, A>()` gives the argument at the 0-based place I.
+    template <class Make>
+    explicit Pack([[maybe_unused]] Make&& make) : PackLeaf<I, A>{make.template operator()<I, A>()}... {}
+
+    /// Calls `call` with what the arguments hold.
+    template <class F>
+    decltype(auto) apply(F&& call) {
+        return std::forward<F>(call)(static_cast<PackLeaf<I, A>&>(*this).argument.get()...);
+    }
+    /// Calls `visit` with each argument.
+    template <class F>
+    void forEach([[maybe_unused]] F&& visit) {
+        (visit(static_cast<PackLeaf<I, A>&>(*this).argument), ...);
+    }
 };
 
 } // namespace tarncom32::automation::detail

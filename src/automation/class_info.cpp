@@ -1,6 +1,10 @@
 #include "automation/class_info.h"
 
+#include "automation/members.h"
+
+#include <algorithm>
 #include <bit>
+#include <stdexcept>
 
 namespace tarncom32::automation {
 
@@ -76,6 +80,16 @@ StringView plainTypeText(VariantType type) {
     return u"";
 }
 
+/// Whether compiled callers may take one line of a C++ member for the other.
+bool callsAlike(const MemberInfo& left, const MemberInfo& right) {
+    return left.failureStyle == right.failureStyle &&
+           std::ranges::equal(left.parameters, right.parameters,
+                              [](const ParameterInfo& one, const ParameterInfo& two) {
+                                  return one.direction == two.direction && one.optional == two.optional &&
+                                         one.defaultValue == two.defaultValue;
+                              });
+}
+
 char16_t hexDigit(unsigned value) {
     return u"0123456789ABCDEF"[value & 15];
 }
@@ -122,7 +136,18 @@ ClassInfo::ClassInfo(StringView className, StringView classHelp, Guid classId, G
         while (*last != kNone)
             last = &nextOfName_[*last];
         *last = static_cast<std::uint16_t>(i);
+        const MemberInfo* other = members[i].published ? *members[i].published : nullptr;
+        if (other && !callsAlike(*other, members[i]))
+            throw std::logic_error(toUtf8(name) + "." + toUtf8(members[i].name) +
+                                   ": its C++ member has a line already, in which its parameters are others");
+        if (members[i].published && !other) *members[i].published = &members[i];
     }
+}
+
+ClassInfo::~ClassInfo() {
+    delete exportTable.load();
+    for (const MemberInfo& member : members)
+        if (member.published && *member.published == &member) *member.published = nullptr;
 }
 
 const MemberInfo* ClassInfo::findAny(const MemberName& wanted) const {
@@ -151,5 +176,32 @@ Error noSuchMember(const ClassInfo& info, const MemberName& name) {
     return Error(errors::NoSuchMember, String(descriptionOf(errors::NoSuchMember)) + u": " + String(info.name) + u"." +
                                            String(name.text().empty() ? StringView(u"(default)") : name.text()));
 }
+
+namespace detail {
+
+void completeParameters(StringView name, std::vector<ParameterInfo>& parameters, std::span<const Type> types,
+                        std::span<const bool> writable, std::uint32_t readByReference) {
+    if (types.size() != parameters.size())
+        throw std::logic_error(toUtf8(name) + ": the table and the C++ side differ in the number of parameters");
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        parameters[i].type = types[i];
+        parameters[i].readByReference = (readByReference >> i & 1) != 0;
+        if (!types[i].isArray && parameters[i].isByReference() != writable[i])
+            throw std::logic_error(toUtf8(name) + ": direction and C++ type of a parameter do not agree");
+    }
+}
+
+Variant invokeByName(Object& self, const ClassInfo& info, const MemberName& name, Access access,
+                     std::span<Variant> arguments) {
+    const MemberInfo* member = info.find(name, access);
+    if (!member || !member->invoke) throw noSuchMember(info, name);
+    if (arguments.size() > member->parameters.size()) throw Error(errors::WrongArgumentCount);
+    std::array<LateArgument, kMostParameters> late;
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        late[i] = LateArgument(arguments[i]);
+    return member->invoke(self, *member, {late.data(), arguments.size()});
+}
+
+} // namespace detail
 
 } // namespace tarncom32::automation

@@ -47,6 +47,16 @@ inline ParameterInfo optional(ParameterInfo parameter, Variant defaultValue = kM
     return parameter;
 }
 
+/// More parameters than any member has.
+inline constexpr std::size_t kMostParameters = 16;
+
+/// What a member does about a failure.
+enum class FailureStyle : std::uint8_t {
+    Raise,  ///< the caller gets it
+    Report, ///< the user is told; the caller gets what there was before
+    Silent, ///< the failing step is skipped
+};
+
 enum class MemberKind : std::uint8_t { Method, Get, Let, Set };
 
 /// Numbers of members that automation gives a meaning to.
@@ -56,10 +66,12 @@ inline constexpr std::int32_t kDispidNewEnum = -4;
 /// How a member appears to those who browse the library.
 enum class Visibility : std::uint8_t { Normal, Hidden, Restricted };
 
+class LateArgument;
+
 /// One line of a class's member table. Accessors of one property share a name, a DISPID, the names of their indexes and
 /// a help sentence: type libraries have one of each for a property.
 struct MemberInfo {
-    using Invoker = Variant (*)(Object& self, const MemberInfo& member, std::span<Variant> arguments);
+    using Invoker = Variant (*)(Object& self, const MemberInfo& member, std::span<LateArgument> arguments);
 
     StringView name;
     std::int32_t dispid = 0;
@@ -73,14 +85,23 @@ struct MemberInfo {
     std::unique_ptr<Enumerator> (*enumerate)(Object& self) = nullptr;
     /// The entry of the member in the dual interface's vtable; null where there is no COM.
     const void* vtableEntry = nullptr;
+    /// Where that entry finds this line, once it stands in its class's table; null where it does not need it.
+    const MemberInfo** published = nullptr;
+    FailureStyle failureStyle = FailureStyle::Raise;
 };
 
-/// An event of a class, in the slot order of its source interface.
+/// An event of a class, in the slot order of its source interface; `event::line` makes one.
 struct EventInfo {
     StringView name;
     std::int32_t dispid = 0;
     StringView help;
     std::vector<ParameterInfo> parameters{};
+};
+
+/// See `ClassInfo::exportTable`.
+class ExportTable {
+public:
+    virtual ~ExportTable() = default;
 };
 
 /// The description of a class. Everything that looks at a class from outside (late binding, help, the type library)
@@ -94,6 +115,8 @@ struct ClassInfo {
     std::vector<MemberInfo> members; ///< in the order of the interface
     std::vector<EventInfo> events{};
 
+    /// Throws `std::logic_error` when a C++ member has a line already, in any table, with parameters that are passed
+    /// in another way or have other defaults.
     ClassInfo(StringView className, StringView classHelp, Guid classId, Guid interfaceId, std::vector<MemberInfo> table,
               Guid sourceInterfaceId = {}, std::vector<EventInfo> eventTable = {});
 
@@ -104,8 +127,10 @@ struct ClassInfo {
     /// The member that `access` to `dispid` reaches; null when there is none.
     const MemberInfo* find(std::int32_t dispid, Access access) const;
 
-    /// What the exporter of objects worked out from the table; made once and never freed before the description.
-    mutable std::atomic<const void*> exportTable{nullptr};
+    /// What the exporter of objects worked out from the table; made once and freed with the description.
+    mutable std::atomic<const ExportTable*> exportTable{nullptr};
+
+    ~ClassInfo();
 
 private:
     // Open addressing over the names' hashes; a slot holds the first member of a name, members of one name follow

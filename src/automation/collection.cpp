@@ -1,5 +1,7 @@
 #include "automation/collection.h"
 
+#include "automation/take_out.h"
+
 namespace tarncom32::automation {
 
 const ClassInfo& Collection::describe() {
@@ -63,8 +65,11 @@ void Collection::add(const Variant& vItem, const Variant& vKey, const Variant& v
         if (places_.contains(key)) throw Error(errors::DuplicateKey);
     }
     const std::size_t at = insertionPoint(vBefore, vAfter);
-    entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(at), Entry{vItem, key});
+    // What takes memory comes first, so that the list and the keys always agree.
+    if (entries_.size() == entries_.capacity()) entries_.reserve(entries_.size() * 2 + 4);
+    Entry entry{vItem, key};
     if (!key.empty()) places_.emplace(std::move(key), at);
+    entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(at), std::move(entry));
 }
 
 Variant Collection::item(const Variant& vIndex) {
@@ -73,8 +78,14 @@ Variant Collection::item(const Variant& vIndex) {
 
 void Collection::remove(const Variant& vIndex) {
     const auto entry = entries_.begin() + static_cast<std::ptrdiff_t>(positionOf(vIndex));
-    places_.erase(entry->key);
-    entries_.erase(entry);
+    const Entry gone = takeOut(entries_, entry);
+    places_.erase(gone.key);
+}
+
+Collection::~Collection() {
+    // The end of an item may still come to this list.
+    places_.clear();
+    const std::vector<Entry> gone = std::exchange(entries_, {});
 }
 
 std::int32_t Collection::count() {

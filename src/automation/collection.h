@@ -30,6 +30,9 @@ public:
     /// The item at a 0-based position below `size()`.
     const Variant& operator[](std::size_t position) const { return entries_[position].item; }
 
+protected:
+    ~Collection() override;
+
 private:
     struct Entry {
         Variant item;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 
 namespace tarncom32::automation {
 
@@ -26,6 +27,7 @@ constexpr KnownError kKnownErrors[] = {
     {errors::Overflow, "Overflow"},
     {errors::OutOfMemory, "Out of memory"},
     {errors::SubscriptOutOfRange, "Subscript out of range"},
+    {errors::ArrayFixedOrLocked, "This array is fixed or temporarily locked"},
     {errors::DivisionByZero, "Division by zero"},
     {errors::TypeMismatch, "Type mismatch"},
     {errors::InternalError, "Internal error"},
@@ -68,20 +70,21 @@ struct KnownResult {
 
 // How hosts translate the failures of COM and of late binding.
 constexpr KnownResult kKnownResults[] = {
-    {0x80004001, errors::ActionNotSupported},   // E_NOTIMPL
-    {0x80004002, 430},                          // E_NOINTERFACE
-    {0x80020003, errors::NoSuchMember},         // DISP_E_MEMBERNOTFOUND
-    {0x80020004, errors::ArgumentNotOptional},  // DISP_E_PARAMNOTFOUND
-    {0x80020005, errors::TypeMismatch},         // DISP_E_TYPEMISMATCH
-    {0x80020006, errors::NoSuchMember},         // DISP_E_UNKNOWNNAME
-    {0x80020008, errors::UnsupportedType},      // DISP_E_BADVARTYPE
-    {0x8002000A, errors::Overflow},             // DISP_E_OVERFLOW
-    {0x8002000B, errors::SubscriptOutOfRange},  // DISP_E_BADINDEX
-    {0x8002000E, errors::WrongArgumentCount},   // DISP_E_BADPARAMCOUNT
-    {0x8002000F, errors::ArgumentNotOptional},  // DISP_E_PARAMNOTOPTIONAL
-    {0x80020012, errors::DivisionByZero},       // DISP_E_DIVBYZERO
-    {0x80040154, errors::CannotCreateObject},   // REGDB_E_CLASSNOTREG
-    {0x80070005, errors::PermissionDenied},     // E_ACCESSDENIED
+    {0x80004001, errors::ActionNotSupported},  // E_NOTIMPL
+    {0x80004002, 430},                         // E_NOINTERFACE
+    {0x80020003, errors::NoSuchMember},        // DISP_E_MEMBERNOTFOUND
+    {0x80020004, errors::ArgumentNotOptional}, // DISP_E_PARAMNOTFOUND
+    {0x80020005, errors::TypeMismatch},        // DISP_E_TYPEMISMATCH
+    {0x80020006, errors::NoSuchMember},        // DISP_E_UNKNOWNNAME
+    {0x80020008, errors::UnsupportedType},     // DISP_E_BADVARTYPE
+    {0x8002000A, errors::Overflow},            // DISP_E_OVERFLOW
+    {0x8002000B, errors::SubscriptOutOfRange}, // DISP_E_BADINDEX
+    {0x8002000D, errors::ArrayFixedOrLocked},  // DISP_E_ARRAYISLOCKED
+    {0x8002000E, errors::WrongArgumentCount},  // DISP_E_BADPARAMCOUNT
+    {0x8002000F, errors::ArgumentNotOptional}, // DISP_E_PARAMNOTOPTIONAL
+    {0x80020012, errors::DivisionByZero},      // DISP_E_DIVBYZERO
+    {0x80040154, errors::CannotCreateObject},  // REGDB_E_CLASSNOTREG
+    {0x80070005, errors::PermissionDenied},    // E_ACCESSDENIED
     {kOutOfMemory, errors::OutOfMemory},
     {0x80070057, errors::InvalidProcedureCall}, // E_INVALIDARG
     {0x800401E3, errors::CannotCreateObject},   // MK_E_UNAVAILABLE
@@ -137,6 +140,24 @@ Error Error::fromHresult(std::int32_t hresult, StringView description) {
     Error error = fromHresult(hresult);
     error.description_ = Error(error.number_, description).description_;
     return error;
+}
+
+Error errorInFlight() noexcept {
+    try {
+        try {
+            throw;
+        } catch (const Error& error) {
+            return error;
+        } catch (const std::bad_alloc&) {
+            return Error(errors::OutOfMemory);
+        } catch (const std::exception& error) {
+            return Error(errors::InternalError, fromUtf8(error.what()));
+        }
+    } catch (const std::bad_alloc&) {
+        return Error(errors::OutOfMemory); // no memory for the text of that exception
+    } catch (...) {
+        return Error(errors::InternalError);
+    }
 }
 
 } // namespace tarncom32::automation

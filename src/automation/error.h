@@ -14,6 +14,7 @@ inline constexpr std::int32_t InvalidProcedureCall = 5;
 inline constexpr std::int32_t Overflow = 6;
 inline constexpr std::int32_t OutOfMemory = 7;
 inline constexpr std::int32_t SubscriptOutOfRange = 9;
+inline constexpr std::int32_t ArrayFixedOrLocked = 10;
 inline constexpr std::int32_t DivisionByZero = 11;
 inline constexpr std::int32_t TypeMismatch = 13;
 inline constexpr std::int32_t InternalError = 51;
@@ -90,6 +91,10 @@ public:
 private:
     std::size_t index_;
 };
+
+/// The exception that is being handled, as an `Error`: 7 for memory that ran out, 51 with its text for one of the C++
+/// library. For use in a handler.
+Error errorInFlight() noexcept;
 
 /// The text that hosts show for an error number; "Application-defined or object-defined error" for one they do not
 /// know. A NUL stands behind it.

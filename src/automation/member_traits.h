@@ -1,10 +1,9 @@
 #pragma once
 
-#include "automation/type.h"
+#include "automation/class_info.h"
 
 #include <array>
 #include <tuple>
-#include <vector>
 
 namespace tarncom32::automation {
 
@@ -30,7 +29,7 @@ struct MemberTraits<R (C::*)(P...)> {
     using Result = R;
     using Parameters = std::tuple<P...>;
     static constexpr std::size_t kCount = sizeof...(P);
-    static std::vector<Type> types() { return {kTypeOf<P>...}; }
+    static constexpr std::array<Type, sizeof...(P)> kTypes{kTypeOf<P>...};
     /// Whether each parameter is one that a member can write to.
     static constexpr std::array<bool, sizeof...(P)> kWritable{
         (std::is_lvalue_reference_v<P> && !std::is_const_v<std::remove_reference_t<P>>)...};
@@ -44,6 +43,10 @@ struct MemberTraits<R (C::*)(P...)> {
 };
 template <class C, class R, class... P>
 struct MemberTraits<R (C::*)(P...) const> : MemberTraits<R (C::*)(P...)> {};
+
+/// The line of a C++ member in the table of its class, once that is made.
+template <auto Member>
+inline const MemberInfo* published = nullptr;
 
 /// Whether compiled callers of the class's members pass by reference also the texts that a member only reads: a class
 /// of which this is so has `static constexpr bool kTextsByReference = true;`.

@@ -15,15 +15,15 @@
 //     return info;
 //
 // Types come from the member pointers: texts that a member only reads are `StringView`, by-reference parameters are
-// `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`; objects are `ObjectRef` or `Ref<Class>`.
+// `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`, records the structure by reference; objects
+// are `ObjectRef` or `Ref<Class>`. What a member does about a by-reference variable that does not take what it wrote is
+// said in front of its line: `member::reporting(member::method<...>(...))`, `member::silent(...)`; others raise.
 
 #include "automation/arguments.h"
 #include "automation/member_traits.h"
 #ifdef _WIN32
-#include "automation/wire.h"
+#include "automation/vtable.h"
 #endif
-
-#include <stdexcept>
 
 namespace tarncom32::automation {
 
@@ -37,50 +37,32 @@ struct SlotOf {
                                          std::remove_cvref_t<P>, P>>;
 };
 
-/// The slots of all parameters, made from the first to the last.
-template <class Indices, class... S>
-class SlotPack;
-template <std::size_t I, class S>
-struct SlotLeaf {
-    S slot;
-};
-
 /// The slot of the argument at `index`; a failure says which argument it was.
 template <class S>
-S makeSlot(const ParameterInfo& parameter, std::span<Variant> arguments, std::size_t index) {
+S makeSlot(const ParameterInfo& parameter, std::span<LateArgument> arguments, std::size_t index) {
+    LateArgument missing;
     try {
-        return S(parameter, index < arguments.size() ? &arguments[index] : nullptr);
+        return S(parameter, index < arguments.size() ? arguments[index] : missing);
     } catch (const Error& error) {
         throw ArgumentError(error, index);
     }
 }
 
-template <std::size_t... I, class... S>
-class SlotPack<std::index_sequence<I...>, S...> : SlotLeaf<I, S>... {
-public:
-    SlotPack([[maybe_unused]] const MemberInfo& member, [[maybe_unused]] std::span<Variant> arguments)
-        : SlotLeaf<I, S>{makeSlot<S>(member.parameters[I], arguments, I)}... {}
-
-    template <class F>
-    decltype(auto) apply(F&& call) {
-        return std::forward<F>(call)(static_cast<SlotLeaf<I, S>&>(*this).slot.get()...);
-    }
-};
-
 template <class Parameters>
 struct PackOf;
 template <class... P>
 struct PackOf<std::tuple<P...>> {
-    using type = SlotPack<std::index_sequence_for<P...>, typename SlotOf<P>::type...>;
+    using type = Pack<std::index_sequence_for<P...>, typename SlotOf<P>::type...>;
 };
 
 /// The late-bound form of a member: arguments in, the member's own call, result out.
 template <auto Member>
-Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> arguments) {
+Variant invokeMember(Object& self, const MemberInfo& member, [[maybe_unused]] std::span<LateArgument> arguments) {
     using Traits = MemberTraits<decltype(Member)>;
     if (arguments.size() > Traits::kCount) throw Error(errors::WrongArgumentCount);
     auto& object = static_cast<typename Traits::Class&>(self);
-    typename PackOf<typename Traits::Parameters>::type slots(member, arguments);
+    typename PackOf<typename Traits::Parameters>::type slots(
+        [&]<std::size_t I, class S>() -> S { return makeSlot<S>(member.parameters[I], arguments, I); });
     return slots.apply([&](auto&&... values) -> Variant {
         try {
             if constexpr (std::is_void_v<typename Traits::Result>) {
@@ -95,41 +77,36 @@ Variant invokeMember(Object& self, const MemberInfo& member, std::span<Variant> 
     });
 }
 
-/// The entry of a member in the vtable of its class's interface.
-template <auto Member, std::uint32_t ByReference>
-const void* vtableEntryOf([[maybe_unused]] const std::vector<ParameterInfo>& parameters) {
-#ifdef _WIN32
-    return wire::entryOf<Member, ByReference>(parameters);
-#else
-    return nullptr;
-#endif
-}
+/// Fills in the types of the parameters of `name` and checks their directions; `writable` says of each C++ parameter
+/// whether it can be written to. Throws `std::logic_error` where the table and the C++ side do not agree.
+void completeParameters(StringView name, std::vector<ParameterInfo>& parameters, std::span<const Type> types,
+                        std::span<const bool> writable, std::uint32_t readByReference);
 
 template <auto Member, std::uint32_t ByReference>
 MemberInfo makeMember(MemberKind kind, std::int32_t dispid, StringView name, std::vector<ParameterInfo> parameters,
                       StringView help, Visibility visibility) {
     using Traits = MemberTraits<decltype(Member)>;
-    const std::vector<Type> types = Traits::types();
-    if (types.size() != parameters.size())
-        throw std::logic_error(toUtf8(name) + ": the table and the C++ member differ in the number of parameters");
-    for (std::size_t i = 0; i < types.size(); ++i) {
-        parameters[i].type = types[i];
-        parameters[i].readByReference = (byReferenceBits<Member, ByReference> >> i & 1) != 0;
-        if (!types[i].isArray && parameters[i].isByReference() != Traits::kWritable[i])
-            throw std::logic_error(toUtf8(name) + ": direction and C++ type of a parameter do not agree");
-    }
-    const void* entry = vtableEntryOf<Member, byReferenceBits<Member, ByReference>>(parameters);
-    return {name,
-            dispid,
-            kind,
-            help,
-            visibility,
-            kTypeOf<typename Traits::Result>,
-            std::move(parameters),
-            &invokeMember<Member>,
-            nullptr,
-            entry};
+    static_assert(Traits::kCount <= kMostParameters);
+    constexpr std::uint32_t kBits = byReferenceBits<Member, ByReference>;
+    completeParameters(name, parameters, Traits::kTypes, Traits::kWritable, kBits);
+    MemberInfo member{name,
+                      dispid,
+                      kind,
+                      help,
+                      visibility,
+                      kTypeOf<typename Traits::Result>,
+                      std::move(parameters),
+                      &invokeMember<Member>};
+    member.published = &published<Member>;
+#ifdef _WIN32
+    member.vtableEntry = vtable::entryOf<Member, kBits>();
+#endif
+    return member;
 }
+
+/// Calls the member of that name; raises 438 when there is none.
+Variant invokeByName(Object& self, const ClassInfo& info, const MemberName& name, Access access,
+                     std::span<Variant> arguments);
 
 template <auto Member>
 std::unique_ptr<Enumerator> enumerateMember(Object& self) {
@@ -167,6 +144,16 @@ MemberInfo set(std::int32_t dispid, StringView name, std::vector<ParameterInfo> 
     return detail::makeMember<Member, ByReference>(MemberKind::Set, dispid, name, std::move(parameters), help,
                                                    visibility);
 }
+/// The line of a member that reports its failures and stops.
+inline MemberInfo reporting(MemberInfo member) {
+    member.failureStyle = FailureStyle::Report;
+    return member;
+}
+/// The line of a member that skips what fails.
+inline MemberInfo silent(MemberInfo member) {
+    member.failureStyle = FailureStyle::Silent;
+    return member;
+}
 /// The line of the member that starts `For Each`: `Member` returns `std::unique_ptr<Enumerator>`. Hosts know it by its
 /// number.
 template <auto Member>
@@ -178,7 +165,9 @@ MemberInfo newEnum(StringView name = u"_NewEnum") {
                       Visibility::Restricted,
                       kTypeOf<std::unique_ptr<Enumerator>>};
     member.enumerate = &detail::enumerateMember<Member>;
-    member.vtableEntry = detail::vtableEntryOf<Member, 0>({});
+#ifdef _WIN32
+    member.vtableEntry = vtable::entryOf<Member, 0>();
+#endif
     return member;
 }
 
@@ -193,10 +182,7 @@ public:
     bool hasMember(const MemberName& name) override { return C::describe().findAny(name) != nullptr; }
 
     Variant invoke(const MemberName& name, Access access, std::span<Variant> arguments, std::uint32_t = 0) override {
-        const ClassInfo& info = C::describe();
-        if (const MemberInfo* member = info.find(name, access); member && member->invoke)
-            return member->invoke(*this, *member, arguments);
-        throw noSuchMember(info, name);
+        return detail::invokeByName(*this, C::describe(), name, access, arguments);
     }
 
     std::unique_ptr<Enumerator> enumerate() override {

@@ -14,8 +14,10 @@
 namespace tarncom32::automation {
 
 class Variant;
+class Error;
 class EventSource;
 struct ClassInfo;
+struct MemberInfo;
 template <class T>
 class Ref;
 
@@ -46,11 +48,17 @@ public:
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
-    /// For `Ref`: one reference more, and one fewer, which destroys the object with the last.
+    /// For `Ref`: one reference more, and one fewer, which ends the object with the last: see `finalRelease`.
     void addRef() const noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
     void release() const noexcept {
-        if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
+        if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) const_cast<Object*>(this)->end();
     }
+    /// One reference more, unless the last has gone already: for tables that find objects without holding them, which
+    /// they must keep from being deleted meanwhile.
+    bool tryAddRef() const noexcept;
+    /// For a holder about to let go: calls `finalRelease` now, while all that stands around the object is whole, if
+    /// the caller's is the last reference.
+    void prepareRelease() noexcept;
 
     /// The name of the object's class, as `TypeName` of a script gives it.
     virtual String typeName() const = 0;
@@ -77,6 +85,10 @@ public:
     /// The object's description; null for a foreign object.
     virtual const ClassInfo* classInfo() const { return nullptr; }
 
+    /// Deals with the failure of a caller's by-reference variable to take what the member wrote, in the member's own
+    /// style; false when the caller is to get it.
+    bool settlesFailure(const MemberInfo& member, const Error& error);
+
     /// The events that the object raises; null when it raises none.
     virtual EventSource* events() { return nullptr; }
 
@@ -99,6 +111,12 @@ public:
     template <class... Args>
     void putReference(const MemberName& name, Args&&... args);
 
+    /// The number by which 32-bit interfaces (a window's data, a weak reference) know the object: above 0, the same as
+    /// long as the object lives, and never another object's before many millions more have gone. Any thread may ask.
+    std::int32_t handle();
+    /// The object of that number; Nothing when there is none or it has gone.
+    static Ref<Object> ofHandle(std::int32_t handle) noexcept;
+
     /// What stands for the object in front of COM callers; null when there is none. It belongs to whoever exports the
     /// object, and is only touched on the object's own thread.
     void* exported = nullptr;
@@ -109,9 +127,22 @@ public:
 protected:
     virtual ~Object() { --liveCount_; }
 
+    /// Called once, when the last reference has gone and before anything of the object has: it may still act as ever,
+    /// raise events for example, and be referred to. An object to which a reference is left behind here lives on until
+    /// that goes, without a second call. An exception that leaves this has nobody to go to.
+    virtual void finalRelease() {}
+
+    /// Reports a failure of the member to the user as the member itself does; false when the object has no way to.
+    virtual bool reportFailure(const MemberInfo&, const Error&) { return false; }
+
 private:
+    void end() noexcept;
+    void callFinalRelease() noexcept;
+
     static std::atomic<std::size_t> liveCount_;
     mutable std::atomic<std::uint32_t> references_{0};
+    std::atomic<std::int32_t> handle_{0}; ///< 0 until somebody asks for one
+    bool finalReleaseCalled_ = false;
 };
 
 /// A counted reference; null is automation's Nothing.

@@ -12,7 +12,7 @@ inline constexpr StringView kEnumerationName = publishedName(E{});
 struct Type {
     VariantType type = VariantType::Empty; ///< of an array: the type of its elements. Empty: no result
     bool isArray = false;
-    StringView name; ///< of an enumeration, or of the class of an object; empty otherwise
+    StringView name; ///< of an enumeration, of a record, or of the class of an object; empty otherwise
 
     friend bool operator==(const Type&, const Type&) = default;
 };
@@ -67,6 +67,10 @@ struct TypeOf<ArrayRef<E>> {
 template <class T>
 struct TypeOf<Ref<T>> {
     static constexpr Type value{VariantType::Object, false, T::kClassName};
+};
+template <PublishedRecord R>
+struct TypeOf<R> {
+    static constexpr Type value{VariantType::Record, false, R::kRecord.name};
 };
 template <class E>
 requires std::is_enum_v<E>

@@ -2,6 +2,7 @@
 
 #include "automation/boolean.h"
 #include "automation/object.h"
+#include "automation/record.h"
 #include "automation/string.h"
 
 #include <cstdint>
@@ -82,12 +83,6 @@ struct OtherInteger {
     friend constexpr bool operator==(OtherInteger, OtherInteger) = default;
 };
 
-/// A user-defined record. The library passes records on and never looks inside, so it keeps the foreign value whole.
-struct Record {
-    std::shared_ptr<void> value;
-    friend bool operator==(const Record&, const Record&) = default;
-};
-
 /// Owns an array and copies it whole.
 class ArrayBox {
 public:
@@ -140,8 +135,9 @@ public:
     /// A value that was moved from is Empty.
     Variant(Variant&& other) noexcept : value_(std::move(other.value_)) { other.value_.emplace<0>(); }
     Variant& operator=(Variant&& other) noexcept {
-        // Taken out first: it may be an element of the array that goes.
-        if (this != &other) value_ = std::exchange(other.value_, {});
+        if (this == &other) return *this;
+        // What was held goes last: `other` may be an element of it, and the end of an object may come back to this.
+        [[maybe_unused]] const Value before = std::exchange(value_, std::exchange(other.value_, {}));
         return *this;
     }
     ~Variant() = default;

@@ -67,16 +67,24 @@ Access accessOf(const MemberInfo& member) {
     return Access::Set;
 }
 
-/// Gives every by-reference parameter a variable of the caller's, empty or with the parameter's default, so that what
-/// the member writes there comes back.
+/// A variable of the parameter's type as a caller's is before anything was assigned, or with the parameter's default.
+Variant variableFor(const ParameterInfo& parameter) {
+    if (!parameter.defaultValue.isMissing()) return parameter.defaultValue;
+    return parameter.type.isArray ? Variant() : automation::emptyValueOf(parameter.type.type);
+}
+
+/// Gives every by-reference parameter that is left out or empty a variable of the caller's, so that what the member
+/// writes there comes back.
 void addVariables(Call& call) {
     const std::vector<ParameterInfo>& parameters = call.member->parameters;
+    for (std::size_t i = 0; i < call.arguments.size() && i < parameters.size(); ++i)
+        if (parameters[i].isByReference() && call.arguments[i].isEmpty()) call.arguments[i] = variableFor(parameters[i]);
     for (std::size_t i = call.arguments.size(); i < parameters.size(); ++i) {
         const ParameterInfo& parameter = parameters[i];
         if (!parameter.isByReference())
             call.arguments.emplace_back(automation::kMissing);
         else
-            call.arguments.push_back(parameter.defaultValue.isMissing() ? Variant() : parameter.defaultValue);
+            call.arguments.push_back(variableFor(parameter));
     }
     while (!call.arguments.empty() && call.arguments.back().isMissing())
         call.arguments.pop_back();

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "automation/members.h"
 #include "frame/enumerations.h"
-#include "platform/platform.h"
+#include "frame/reporting.h"
 
 namespace tarncom32::files {
 
@@ -18,12 +17,12 @@ using automation::Variant;
 /// makes an object and leaves it there for the next call; an object that the caller brings is called by name, whatever
 /// it is. The path separator is "\" and the extension's separator ".". What a member does on failure stands at its
 /// sentence; the members that work on text alone have none.
-class FileOperations final : public automation::Described<FileOperations> {
+class FileOperations final : public frame::Reporting<FileOperations> {
 public:
     static constexpr StringView kClassName = u"FileOperations";
     static const automation::ClassInfo& describe();
 
-    explicit FileOperations(platform::Platform& platform) : platform_(platform) {}
+    explicit FileOperations(platform::Platform& platform) : Reporting(platform) {}
 
     /// Whether the file has the read-only attribute. A file that does not exist has every attribute, hence true, which
     /// is meant.
@@ -102,8 +101,6 @@ private:
     automation::Object& fileSystemObject(ObjectRef& oFSO);
     /// Reports its failures under its own name.
     String getLongPathUsingFindMethod(StringView path);
-
-    platform::Platform& platform_;
 };
 
 } // namespace tarncom32::files

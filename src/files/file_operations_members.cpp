@@ -48,9 +48,9 @@ const ClassInfo& FileOperations::describe() {
                                                  u"The path of a special folder; empty when there is none."),
             member::method<&F::isFileAlreadyOpened>(9, u"IsFileAlreadyOpened", {in(u"strFile")},
                                                     u"Whether somebody else holds the file open."),
-            member::method<&F::cleanFileName>(
+            member::reporting(member::method<&F::cleanFileName>(
                 10, u"CleanFileName", {inOut(u"sFileName")},
-                u"Replaces \\ / : ? < > and | by underscores in the variable, and returns its text."),
+                u"Replaces \\ / : ? < > and | by underscores in the variable, and returns its text.")),
             member::method<&F::parseFileAndPathName>(11, u"ParseFileAndPathName",
                                                      {in(u"sFullTitle"), out(u"sPath"), out(u"sFileName")},
                                                      u"Splits a path at its last separator into folder and file name."),
@@ -61,17 +61,18 @@ const ClassInfo& FileOperations::describe() {
             member::method<&F::limitFileNameLength>(
                 13, u"LimitFileNameLength", {in(u"sCompleteFileName"), in(u"iMaxLen")},
                 u"A path that is too long with \"\\...\\\" in place of its last folders."),
-            member::method<&F::getTempDirectory>(14, u"GetTempDirectory", {optionalFso()},
-                                                 u"The folder of temporary files, with a separator at its end."),
-            member::method<&F::getTempFileName>(15, u"GetTempFileName", {optionalFso()},
-                                                u"A name for a temporary file, without a folder."),
-            member::method<&F::getTempPathFileName>(
+            member::reporting(
+                member::method<&F::getTempDirectory>(14, u"GetTempDirectory", {optionalFso()},
+                                                     u"The folder of temporary files, with a separator at its end.")),
+            member::reporting(member::method<&F::getTempFileName>(15, u"GetTempFileName", {optionalFso()},
+                                                                  u"A name for a temporary file, without a folder.")),
+            member::reporting(member::method<&F::getTempPathFileName>(
                 16, u"GetTempPathFileName", {optionalFso(), optional(in(u"sExtension"), u"")},
-                u"Folder and name for a temporary file, with sExtension (and its dot) if that is given."),
-            member::method<&F::saveStreamToFile>(
+                u"Folder and name for a temporary file, with sExtension (and its dot) if that is given.")),
+            member::reporting(member::method<&F::saveStreamToFile>(
                 17, u"SaveStreamToFile",
                 {in(u"sStreamToSave"), in(u"sFullFileName"), optional(in(u"bOverwrite"), Boolean(true)), optionalFso()},
-                u"Writes the text to a file in the 8-bit code page."),
+                u"Writes the text to a file in the 8-bit code page.")),
             member::method<&F::getShortPath>(18, u"GetShortPath", {in(u"sLongPath")},
                                              u"The short (8.3) form of a path; empty when the path does not exist."),
             member::method<&F::getLongPath>(19, u"GetLongPath", {in(u"sShortPath")},

@@ -1,10 +1,13 @@
 #include "standin/application.h"
 
+#include "automation/take_out.h"
 #include "standin/document.h"
 #include "standin/documents.h"
 #include "standin/drawing/drawing_reader.h"
 #include "standin/file_name.h"
 #include "standin/visio_error.h"
+
+#include <algorithm>
 
 namespace tarncom32::standin {
 
@@ -97,7 +100,9 @@ Ref<Document> Application::add(StringView fileName) {
 }
 
 void Application::forget(Document& document) {
-    std::erase_if(documents_, [&](const Ref<Document>& each) { return each.get() == &document; });
+    const auto found = std::ranges::find(documents_, &document, &Ref<Document>::get);
+    if (found == documents_.end()) return;
+    const Ref<Document> gone = automation::takeOut(documents_, found);
 }
 
 Ref<Document> Application::keep(Ref<Document> document) {

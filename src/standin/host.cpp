@@ -1,5 +1,7 @@
 #include "standin/host.h"
 
+#include "automation/take_out.h"
+
 #include <algorithm>
 
 namespace tarncom32::standin {
@@ -40,7 +42,8 @@ Ref<Application> Host::startApplication(ApplicationOptions options) {
     Ref<Application> application = standin::startApplication(std::move(options));
     Application* const started = application.get();
     application->onQuit = [this, started] {
-        std::erase_if(running_, [&](const Ref<Application>& each) { return each.get() == started; });
+        const auto found = std::ranges::find(running_, started, &Ref<Application>::get);
+        if (found != running_.end()) const Ref<Application> gone = automation::takeOut(running_, found);
     };
     running_.push_back(application);
     return application;

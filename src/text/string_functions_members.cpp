@@ -22,9 +22,9 @@ const ClassInfo& StringFunctions::describe() {
             member::method<&F::numberOfSubStringsInSourceString>(
                 2, u"NumberOfSubStringsInSourceString", {in(u"sSource"), in(u"sDelimiter")},
                 u"The number of delimiters in the source; -1 for an empty source."),
-            member::method<&F::splitStringAtDelimiters>(
+            member::silent(member::method<&F::splitStringAtDelimiters>(
                 3, u"SplitStringAtDelimiters", {in(u"sSource"), in(u"sDelimiter"), out(u"asResult"), in(u"iLimit")},
-                u"Fills asResult with the fields of the source, from 0; at most iLimit fields, all of them for -1."),
+                u"Fills asResult with the fields of the source, from 0; at most iLimit fields, all of them for -1.")),
             member::method<&F::numberOfElementsInDelimitedString>(
                 4, u"NumberOfElementsInDelimitedString", {in(u"sSource"), in(u"sDelimiter")},
                 u"The number of fields in the source, empty ones included; 0 for an empty source."),

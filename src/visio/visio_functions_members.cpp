@@ -20,12 +20,12 @@ const ClassInfo& VisioFunctions::describe() {
             member::method<&VisioFunctions::moveDocumentToVisio>(
                 1, u"MoveDocumentToVisio", {in(u"ovDocToMove")},
                 u"Closes a document and opens its file in a new instance of Visio."),
-            member::method<&VisioFunctions::getVisioObjectsFromAddonString>(
+            member::silent(member::method<&VisioFunctions::getVisioObjectsFromAddonString>(
                 2, u"GetVisioObjectsFromAddonString",
                 {in(u"sAddonString"), inOut(u"sParameters"), optional(in(u"ovAppVisio"), ObjectRef()),
                  optional(inOut(u"ovShape"), ObjectRef()), optional(inOut(u"ovPage"), ObjectRef()),
                  optional(inOut(u"ovDoc"), ObjectRef())},
-                u"Finds the document, page and shape that an add-on's command line names."),
+                u"Finds the document, page and shape that an add-on's command line names.")),
             member::method<&VisioFunctions::getAllTheShapesFromThePage>(
                 3, u"GetAllTheShapesFromThePage",
                 {in(u"ovPage"), in(u"oCollection"), optional(in(u"bIncludeSubShapes"), Boolean(false)),

@@ -6,6 +6,7 @@
 #include "com/bridge/unknown.h"
 #include "com/bridge/variants.h"
 #include "com/probe.h"
+#include "support/error_of.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +18,7 @@ struct Outcome {
     Variant value;
     Error error = Error(0);
     UINT badArgument = 99;
-    bool sourceIsOurs = false;
+    String source;
 };
 
 inline DISPID idOf(IDispatch* object, const wchar_t* name) {
@@ -40,7 +41,7 @@ inline Outcome invoke(IDispatch* object, DISPID id, WORD flags, std::span<VARIAN
     if (outcome.result == DISP_E_EXCEPTION) {
         outcome.error =
             Error::fromHresult(static_cast<std::int32_t>(exception.scode), viewOfBstr(exception.bstrDescription));
-        outcome.sourceIsOurs = viewOfBstr(exception.bstrSource) == u"TarnCom32";
+        outcome.source = viewOfBstr(exception.bstrSource);
         SysFreeString(exception.bstrSource);
         SysFreeString(exception.bstrDescription);
     }
@@ -54,12 +55,21 @@ inline Outcome call(IDispatch* object, const wchar_t* name, std::vector<Variant>
     std::vector<VARIANT> passed(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
         const std::size_t place = values.size() - 1 - i;
-        initVariant(wire[place], std::move(values[i]));
+        toVariant(wire[place], std::move(values[i]));
         passed[place] = wire[place];
     }
     std::vector<DISPID> named;
     if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) named.push_back(DISPID_PROPERTYPUT);
     return invoke(object, idOf(object, name), flags, passed, named);
+}
+
+/// Replaces what the variable holds or refers to; the number of the error, 0 for none.
+inline std::int32_t assign(VARIANT& target, Variant value) {
+    return tests::errorOf([&] {
+        Assignment assignment;
+        prepareAssignment(assignment, target, std::move(value));
+        commit(assignment);
+    });
 }
 
 /// A probe and its face; checks that nothing of either is left over.

@@ -123,7 +123,7 @@ TEST_F(Dispatcher, AnswersWrongCallsAsDocumented) {
 
 TEST_F(Dispatcher, TakesNamedAndOmittedArguments) {
     OwnedVariant text;
-    initVariant(text, u"one");
+    toVariant(text, u"one");
     VARIANT values[] = {{}, text};
     values[0].vt = VT_BOOL; // bThird := False
     EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {2}).value, Variant(u"one?"));
@@ -159,7 +159,7 @@ TEST_F(Dispatcher, TellsFailuresWithNumberDescriptionAndSource) {
     EXPECT_EQ(outcome.result, DISP_E_EXCEPTION);
     EXPECT_EQ(outcome.error.number(), 457);
     EXPECT_EQ(outcome.error.description(), descriptionOf(457));
-    EXPECT_TRUE(outcome.sourceIsOurs);
+    EXPECT_EQ(outcome.source, u"TarnCom32");
     const Outcome foreign = call(face.get(), L"Fail", {static_cast<std::int32_t>(0x86DB0ABC)});
     EXPECT_EQ(foreign.error.number(), static_cast<std::int32_t>(0x86DB0ABC)) << "an HRESULT passes unchanged";
     ComPtr<IDispatch> caller;

@@ -42,8 +42,8 @@ public:
             return DISP_E_EXCEPTION;
         }
         for (UINT i = 0; i < parameters->cArgs; ++i)
-            if (parameters->rgvarg[i].vt & VT_BYREF) assignVariant(parameters->rgvarg[i], Variant(answer));
-        if (result) initVariant(*result, Variant(std::int32_t{42}));
+            if (parameters->rgvarg[i].vt & VT_BYREF) assign(parameters->rgvarg[i], answer);
+        if (result) toVariant(*result, Variant(std::int32_t{42}));
         return failAsSink ? E_FAIL : S_OK;
     }
 
@@ -92,14 +92,14 @@ TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
     ComPtr<IUnknown> bare;
     *bare.put() = new Bare;
     OwnedVariant value;
-    initVariant(value, Variant(importObject(bare.get())));
+    toVariant(value, Variant(importObject(bare.get())));
     EXPECT_EQ(value.vt, VT_UNKNOWN);
     EXPECT_EQ(value.punkVal, bare.get());
     VARIANT reference{};
     IDispatch* lateBound = nullptr;
     reference.vt = VT_BYREF | VT_DISPATCH;
     reference.ppdispVal = &lateBound;
-    EXPECT_EQ(assignVariant(reference, fromVariant(value)), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(assign(reference, fromVariant(value)), errors::TypeMismatch);
     EXPECT_EQ(lateBound, nullptr);
 
     ComPtr<IUnknown> held;
@@ -107,9 +107,9 @@ TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
     reference.ppunkVal = held.put();
     face->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(reference.ppunkVal));
     const IUnknown* before = held.get();
-    EXPECT_EQ(assignVariant(reference, Variant(probe)), S_OK);
+    EXPECT_EQ(assign(reference, Variant(probe)), 0);
     EXPECT_EQ(held.get(), before) << "the variable still holds the same object";
-    EXPECT_EQ(assignVariant(reference, Variant(probe->items_)), S_OK);
+    EXPECT_EQ(assign(reference, Variant(probe->items_)), 0);
     EXPECT_NE(held.get(), before);
 }
 

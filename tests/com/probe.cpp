@@ -41,7 +41,9 @@ const ClassInfo& Probe::describe() {
             member::method<&P::ask>(19, u"Ask", {in(u"sText")}, u"Asks the listeners."),
         },
         "f1c27983-ed9d-40ee-80a4-b662d4a706ba"_guid,
-        {EventInfo{u"Asked", 1, u"Asked.", {in(u"sText"), inOut(u"bAnswer")}}});
+        {event::line<P::kAsked>(u"Asked", {in(u"sText"), inOut(u"bAnswer")}, u"Asked."),
+         event::line<P::kNamed>(u"Named", {in(u"sName")}, u"It has a name."),
+         event::line<P::kEnded>(u"Ended", {}, u"It ends.")});
     return info;
 }
 
@@ -66,9 +68,9 @@ String Probe::join(StringView first, const Variant& second, Boolean third) {
 }
 
 Boolean Probe::ask(StringView text) {
-    std::array<Variant, 2> arguments{Variant(text), Variant(Boolean(false))};
-    events_.raise(describe().events.front(), arguments);
-    return *arguments[1].as<Boolean>();
+    Boolean answer = false;
+    events_.raise(kAsked, text, answer);
+    return answer;
 }
 
 } // namespace tarncom32::com::testing

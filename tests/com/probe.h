@@ -36,7 +36,10 @@ public:
     std::unique_ptr<Enumerator> newEnum() { return items_->newEnum(); }
     ObjectRef items() { return items_; }
     String name() { return name_; }
-    void setName(StringView name) { name_ = name; }
+    void setName(StringView name) {
+        name_ = name;
+        events_.raise(kNamed, name_);
+    }
     ObjectRef owner() { return owner_; }
     void setOwner(const ObjectRef& owner) { owner_ = owner; }
     void fail(std::int32_t number) { throw Error(number); }
@@ -45,10 +48,17 @@ public:
 
     EventSource* events() override { return &events_; }
 
+    static constexpr Event<StringView, Boolean&> kAsked{1};
+    static constexpr Event<StringView> kNamed{2};
+    static constexpr Event<> kEnded{3};
+
     Ref<Collection> items_ = make<Collection>();
 
+protected:
+    void finalRelease() override { events_.raise(kEnded); }
+
 private:
-    EventSource events_;
+    EventSource events_{*this};
     String name_ = u"probe";
     ObjectRef owner_;
 };

@@ -1,6 +1,7 @@
 #include "com/bridge/class_table.h"
 
-#include "com/bridge/face.h"
+#include "com/bridge/failure.h"
+#include "com/bridge/wrapper_entries.h"
 
 #include <algorithm>
 #include <memory>
@@ -11,7 +12,7 @@ using automation::ClassInfo;
 using automation::MemberInfo;
 using automation::MemberKind;
 
-ClassTable::ClassTable(const ClassInfo& info) {
+ClassTable::ClassTable(const ClassInfo& info) : info_(info) {
     const auto dispatch = dispatchEntries();
     vtable_.assign(dispatch.begin(), dispatch.end());
     for (const MemberInfo& member : info.members) {
@@ -36,14 +37,28 @@ ClassTable::ClassTable(const ClassInfo& info) {
     }
 }
 
+ClassTable::~ClassTable() {
+    for (const Kept* kept : {&interfaceType_, &classType_})
+        if (ITypeInfo* type = kept->load(); type && !processEnds) type->Release();
+}
+
+ComPtr<ITypeInfo> ClassTable::typeOf(Kept& kept, const automation::Guid& guid) const {
+    ITypeInfo* type = kept.load(std::memory_order_acquire);
+    if (!type && findType && !guid.isNull()) {
+        ComPtr<ITypeInfo> found = findType(toGuid(guid));
+        if (kept.compare_exchange_strong(type, found.get(), std::memory_order_acq_rel)) type = found.detach();
+    }
+    return ComPtr<ITypeInfo>(type);
+}
+
 const ClassTable& ClassTable::of(const ClassInfo& info) {
-    const void* table = info.exportTable.load(std::memory_order_acquire);
+    const automation::ExportTable* table = info.exportTable.load(std::memory_order_acquire);
     if (!table) {
         std::unique_ptr<const ClassTable> fresh(new ClassTable(info));
         if (info.exportTable.compare_exchange_strong(table, fresh.get(), std::memory_order_acq_rel))
             table = fresh.release();
     }
-    return *static_cast<const ClassTable*>(table);
+    return static_cast<const ClassTable&>(*table);
 }
 
 const ClassTable::Accessors* ClassTable::find(std::int32_t dispid) const {

@@ -48,9 +48,12 @@ private:
 /// The `Interface` of `object`, null when it has none (or is null itself).
 template <class Interface>
 ComPtr<Interface> query(IUnknown* object, REFIID iid) noexcept {
-    ComPtr<Interface> found;
-    if (object) object->QueryInterface(iid, found.putVoid());
-    return found;
+    void* found = nullptr;
+    // One that fails may still leave a pointer, which is nobody's.
+    if (!object || FAILED(object->QueryInterface(iid, &found))) return {};
+    ComPtr<Interface> held;
+    *held.put() = static_cast<Interface*>(found);
+    return held;
 }
 
 /// A BSTR that frees itself.

@@ -1,28 +1,27 @@
 #include "com/bridge/connection_point.h"
 
+#include "automation/events.h"
 #include "com/bridge/failure.h"
+#include "com/bridge/outbound_call.h"
 #include "com/bridge/unknown.h"
-#include "com/bridge/variants.h"
 
 #include <olectl.h>
 
-#include <new>
 #include <vector>
 
 namespace tarncom32::com {
 
 using automation::EventInfo;
 using automation::Object;
-using automation::ObjectRef;
 using automation::Variant;
 
 namespace {
 
 /// What COM's enumerators have in common: items that are copied out with a reference.
 template <class Interface, class Item, class Copy>
-class ListWalk final : public Unknown<Interface> {
+class ListEnumerator final : public Unknown<Interface> {
 public:
-    ListWalk(std::vector<Item> items, std::size_t position) : items_(std::move(items)), position_(position) {}
+    ListEnumerator(std::vector<Item> items, std::size_t position) : items_(std::move(items)), position_(position) {}
 
     HRESULT STDMETHODCALLTYPE Next(ULONG count, Copy* copies, ULONG* fetched) override {
         if (fetched) *fetched = 0;
@@ -46,7 +45,7 @@ public:
         if (!copy) return E_POINTER;
         *copy = nullptr;
         return fenced([&] {
-            *copy = new ListWalk(items_, position_);
+            *copy = new ListEnumerator(items_, position_);
             return S_OK;
         });
     }
@@ -74,97 +73,93 @@ struct ConnectionItem {
 };
 
 /// A listener from outside: its IDispatch, called with the event's DISPID.
-struct ForeignSink {
-    ComPtr<IDispatch> sink;
-
-    void operator()(const EventInfo& event, std::span<Variant> arguments) const {
-        std::vector<OwnedVariant> held(arguments.size());
-        std::vector<VARIANT> passed(arguments.size());
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            initVariant(held[i], Variant(arguments[i]));
-            VARIANT& wire = passed[arguments.size() - 1 - i];
-            wire = held[i];
-            if (!event.parameters[i].isByReference()) continue;
-            wire.vt = static_cast<VARTYPE>(held[i].vt | VT_BYREF);
-            wire.byref = &held[i].llVal;
-        }
-        DISPPARAMS parameters{passed.data(), nullptr, static_cast<UINT>(passed.size()), 0};
-        OwnedVariant ignored;
-        // The listener may go away while it is called. Its failure is nobody's concern.
-        const ComPtr<IDispatch> alive(sink);
-        alive->Invoke(event.dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &ignored, nullptr,
-                      nullptr);
-        for (std::size_t i = 0; i < arguments.size(); ++i)
-            if (event.parameters[i].isByReference()) arguments[i] = fromVariant(held[i]);
-    }
-};
-
-class ConnectionPoint final : public Unknown<IConnectionPoint> {
+class ForeignListener final : public automation::EventListener {
 public:
-    ConnectionPoint(IConnectionPointContainer* container, Object& object) : container_(container), object_(&object) {}
+    explicit ForeignListener(ComPtr<IDispatch> sink) : sink_(std::move(sink)) {}
+    IDispatch* sink() const { return sink_.get(); }
 
-    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override {
-        if (!iid) return E_POINTER;
-        *iid = sourceIid();
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override {
-        if (!container) return E_POINTER;
-        container_->AddRef();
-        *container = container_.get();
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override {
-        if (!sink || !cookie) return E_POINTER;
-        *cookie = 0;
-        // A sink answers to the source interface itself, or is a plain IDispatch.
-        ComPtr<IDispatch> listener = query<IDispatch>(sink, sourceIid());
-        if (!listener) listener = query<IDispatch>(sink, IID_IDispatch);
-        if (!listener) return CONNECT_E_CANNOTCONNECT;
-        return fenced([&] {
-            *cookie = object_->events()->advise(ForeignSink{std::move(listener)});
-            return S_OK;
-        });
-    }
-    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override {
-        return object_->events()->unadvise(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
-    }
-    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override {
-        if (!connections) return E_POINTER;
-        *connections = nullptr;
-        return fenced([&] {
-            std::vector<ConnectionItem> items;
-            for (const auto& listener : object_->events()->listeners())
-                if (const auto* foreign = listener.sink.target<ForeignSink>())
-                    items.push_back({ComPtr<IUnknown>(foreign->sink.get()), listener.cookie});
-            *connections =
-                new ListWalk<IEnumConnections, ConnectionItem, CONNECTDATA>(std::move(items), std::size_t{0});
-            return S_OK;
-        });
+    void notify(const EventInfo& event, std::span<Variant> arguments) override {
+        std::uint32_t byReference = 0;
+        for (std::size_t i = 0; i < event.parameters.size(); ++i)
+            byReference |= (event.parameters[i].isByReference() ? 1u : 0u) << i;
+        OutboundCall call(arguments, byReference);
+        OwnedVariant ignored;
+        // The listener's own failure is nobody's concern; what it wrote before counts.
+        sink_->Invoke(event.dispid, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &call.parameters(), &ignored,
+                      nullptr, nullptr);
+        call.takeBack();
     }
 
 private:
-    GUID sourceIid() const { return toGuid(object_->classInfo()->sourceIid); }
-
-    ComPtr<IConnectionPointContainer> container_;
-    ObjectRef object_;
+    ComPtr<IDispatch> sink_;
 };
+
+GUID sourceIidOf(const Object& object) {
+    return toGuid(object.classInfo()->sourceIid);
+}
 
 } // namespace
 
-IConnectionPoint* newConnectionPoint(IConnectionPointContainer* container, Object& object) noexcept {
-    return new (std::nothrow) ConnectionPoint(container, object);
+HRESULT ConnectionPoint::QueryInterface(REFIID iid, void** result) {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    if (!IsEqualIID(iid, IID_IUnknown) && !IsEqualIID(iid, IID_IConnectionPoint)) return E_NOINTERFACE;
+    *result = static_cast<IConnectionPoint*>(this);
+    AddRef();
+    return S_OK;
 }
 
-HRESULT enumerateConnectionPoints(IConnectionPointContainer* container, Object& object,
-                                  IEnumConnectionPoints** points) noexcept {
+HRESULT ConnectionPoint::GetConnectionInterface(IID* iid) {
+    if (!iid) return E_POINTER;
+    *iid = sourceIidOf(object_);
+    return S_OK;
+}
+
+HRESULT ConnectionPoint::GetConnectionPointContainer(IConnectionPointContainer** container) {
+    if (!container) return E_POINTER;
+    container_.AddRef();
+    *container = &container_;
+    return S_OK;
+}
+
+HRESULT ConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
+    if (!sink || !cookie) return E_POINTER;
+    *cookie = 0;
+    // A sink answers to the source interface itself, or is a plain IDispatch.
+    ComPtr<IDispatch> listener = query<IDispatch>(sink, sourceIidOf(object_));
+    if (!listener) listener = query<IDispatch>(sink, IID_IDispatch);
+    if (!listener) return CONNECT_E_CANNOTCONNECT;
+    return fenced([&] {
+        *cookie = object_.events()->advise(std::make_shared<ForeignListener>(std::move(listener)));
+        return S_OK;
+    });
+}
+
+HRESULT ConnectionPoint::Unadvise(DWORD cookie) {
+    // The listener may hold the last reference to this.
+    const ComPtr<IConnectionPoint> alive(this);
+    return object_.events()->unadvise(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
+}
+
+HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
+    if (!connections) return E_POINTER;
+    *connections = nullptr;
+    return fenced([&] {
+        std::vector<ConnectionItem> items;
+        for (const auto& [cookie, listener] : object_.events()->listeners())
+            if (const auto* foreign = dynamic_cast<const ForeignListener*>(listener.get()))
+                items.push_back({ComPtr<IUnknown>(foreign->sink()), cookie});
+        *connections = new ListEnumerator<IEnumConnections, ConnectionItem, CONNECTDATA>(std::move(items), 0);
+        return S_OK;
+    });
+}
+
+HRESULT enumerateConnectionPoints(IConnectionPoint* point, IEnumConnectionPoints** points) noexcept {
     if (!points) return E_POINTER;
     *points = nullptr;
     return fenced([&] {
-        ComPtr<IConnectionPoint> point;
-        *point.put() = newConnectionPoint(container, object);
-        if (!point) throw std::bad_alloc();
-        *points = new ListWalk<IEnumConnectionPoints, PointItem, IConnectionPoint*>({{point}}, 0);
+        *points = new ListEnumerator<IEnumConnectionPoints, PointItem, IConnectionPoint*>(
+            {{ComPtr<IConnectionPoint>(point)}}, 0);
         return S_OK;
     });
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "automation/events.h"
+#include "automation/object.h"
 #include "com/bridge/com_ptr.h"
 
 #include <ocidl.h>
@@ -8,11 +8,29 @@
 /// The outgoing side of our objects: one connection point each, for the class's source interface.
 namespace tarncom32::com {
 
-/// The connection point of `object`, whose events and source interface it must have; counted, null without memory.
-IConnectionPoint* newConnectionPoint(IConnectionPointContainer* container, automation::Object& object) noexcept;
+/// The connection point of an object with events. It is a part of the object's wrapper, whose references it counts, and
+/// has an identity of its own.
+class ConnectionPoint final : public IConnectionPoint {
+public:
+    ConnectionPoint(IConnectionPointContainer& container, automation::Object& object) noexcept
+        : container_(container), object_(object) {}
 
-/// The walk over the object's only connection point.
-HRESULT enumerateConnectionPoints(IConnectionPointContainer* container, automation::Object& object,
-                                  IEnumConnectionPoints** points) noexcept;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return container_.AddRef(); }
+    ULONG STDMETHODCALLTYPE Release() override { return container_.Release(); }
+
+    HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
+    HRESULT STDMETHODCALLTYPE GetConnectionPointContainer(IConnectionPointContainer** container) override;
+    HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
+    HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
+
+private:
+    IConnectionPointContainer& container_;
+    automation::Object& object_;
+};
+
+/// The enumerator of the only connection point that an object has.
+HRESULT enumerateConnectionPoints(IConnectionPoint* point, IEnumConnectionPoints** points) noexcept;
 
 } // namespace tarncom32::com

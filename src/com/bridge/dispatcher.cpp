@@ -9,21 +9,22 @@
 #include <array>
 #include <memory>
 #include <new>
+#include <optional>
 
 namespace tarncom32::com {
 
 using automation::ArgumentError;
 using automation::ClassInfo;
 using automation::Error;
+using automation::kMostParameters;
+using automation::LateArgument;
 using automation::MemberInfo;
 using automation::Variant;
+using automation::VariantType;
 
 namespace errors = automation::errors;
 
 namespace {
-
-/// More parameters than any member has.
-constexpr std::size_t kMostParameters = 16;
 
 constexpr WORD kPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
@@ -52,46 +53,44 @@ const MemberInfo* select(const ClassTable::Accessors& accessors, WORD flags, con
     return flags & DISPATCH_PROPERTYGET ? accessors.get : nullptr;
 }
 
-/// Room for the values of a call, without a trip to the heap; only those that the member has are made, missing at
-/// first.
+/// Room for the values of a call, without a trip to the heap; only those that are needed are made.
 class Values {
 public:
-    explicit Values(std::size_t count) : count_(count) {
-        if (count > kMostParameters) throw Error(errors::InternalError);
-        for (std::size_t i = 0; i < count; ++i)
-            new (room_ + i * sizeof(Variant)) Variant(automation::kMissing);
-    }
+    Values() noexcept = default;
     Values(const Values&) = delete;
-    ~Values() { std::destroy_n(first(), count_); }
+    ~Values() {
+        for (std::size_t i = 0; i < kMostParameters; ++i)
+            if (made_ >> i & 1) at(i)->~Variant();
+    }
 
-    Variant* first() { return reinterpret_cast<Variant*>(room_); }
-    Variant& operator[](std::size_t index) { return first()[index]; }
-    /// Gives a missing value its own; it stays missing when that raises.
-    void fill(std::size_t index, const VARIANT& wire) {
-        new (room_ + index * sizeof(Variant)) Variant(fromVariant(wire));
+    Variant& make(std::size_t index, Variant&& value) {
+        new (room_ + index * sizeof(Variant)) Variant(std::move(value));
+        made_ |= 1u << index;
+        return *at(index);
     }
 
 private:
-    std::size_t count_;
+    Variant* at(std::size_t index) { return reinterpret_cast<Variant*>(room_) + index; }
+
+    std::uint32_t made_ = 0; ///< a bit for each
     alignas(Variant) std::byte room_[kMostParameters * sizeof(Variant)];
 };
 
 /// The caller's arguments in the member's order.
 class Arguments {
 public:
-    Arguments(const MemberInfo& member, const DISPPARAMS& wire, bool assigns)
-        : member_(member), wire_(wire), values_(member.parameters.size()) {
-        std::fill_n(places_.begin(), member.parameters.size(), kNoArgument);
-        const UINT named = wire.cNamedArgs;
-        const UINT positional = wire.cArgs - named;
+    Arguments(const MemberInfo& member, const DISPPARAMS& caller, bool assigns) : member_(member), caller_(caller) {
         const std::size_t known = member.parameters.size();
-        if (wire.cArgs > known) throw Refusal{DISP_E_BADPARAMCOUNT};
+        std::fill_n(places_.begin(), known, kNoArgument);
+        const UINT named = caller.cNamedArgs;
+        const UINT positional = caller.cArgs - named;
+        if (caller.cArgs > known) throw Refusal{DISP_E_BADPARAMCOUNT};
         // The value that is assigned is the last parameter, whatever else is left out.
         if (positional > known - (assigns ? 1 : 0)) throw Refusal{DISP_E_BADPARAMCOUNT};
         for (UINT i = 0; i < positional; ++i)
-            take(i, wire.cArgs - 1 - i);
+            take(i, caller.cArgs - 1 - i);
         for (UINT i = 0; i < named; ++i) {
-            DISPID id = wire.rgdispidNamedArgs[i];
+            DISPID id = caller.rgdispidNamedArgs[i];
             if (id == DISPID_PROPERTYPUT) id = static_cast<DISPID>(known) - 1;
             if (id < 0 || static_cast<std::size_t>(id) >= known) throw Refusal{DISP_E_PARAMNOTFOUND, i};
             if (places_[static_cast<std::size_t>(id)] != kNoArgument) throw Refusal{DISP_E_BADPARAMCOUNT};
@@ -101,43 +100,89 @@ public:
             if (places_[i] == kNoArgument && !member.parameters[i].optional) throw Refusal{DISP_E_PARAMNOTOPTIONAL};
     }
 
-    std::span<Variant> values() { return {values_.first(), count_}; }
+    std::span<LateArgument> values() { return {late_.data(), count_}; }
     /// The argument's place in the caller's array; kNoArgument when it was left out.
     UINT placeOf(std::size_t parameter) const { return places_[parameter]; }
 
-    /// Gives the caller what the member wrote into by-reference arguments.
-    void writeBack() {
-        for (std::size_t i = 0; i < count_; ++i) {
-            if (places_[i] == kNoArgument || !member_.parameters[i].isByReference()) continue;
-            VARIANT& target = wire_.rgvarg[places_[i]];
-            if (target.vt & VT_BYREF) assignVariant(target, forVariable(target, std::move(values_[i])));
-        }
+    /// Gives the caller what the member wrote into by-reference arguments: converts all first and then hands over. Of
+    /// several failures the first is given.
+    std::optional<Error> giveBack() noexcept {
+        std::uint32_t written = 0;
+        for (std::size_t i = 0; i < count_; ++i)
+            written |= (isWritten(i) ? 1u : 0u) << i;
+        return written == 0 ? std::nullopt : giveBack(written);
     }
 
 private:
     void take(std::size_t parameter, UINT place) {
         places_[parameter] = place;
-        count_ = std::max(count_, parameter + 1);
+        for (; count_ <= parameter; ++count_)
+            late_[count_] = LateArgument();
         try {
-            values_.fill(parameter, wire_.rgvarg[place]);
+            late_[parameter] = argumentOf(parameter, caller_.rgvarg[place]);
         } catch (const Error& error) {
+            // What there is more to say than the HRESULT does goes to the caller as an exception.
+            if (error.description() != automation::descriptionOf(error.number())) throw;
+            if (error.number() == errors::OutOfMemory) throw;
             throw Refusal{error.number() == errors::UnsupportedType ? DISP_E_BADVARTYPE : DISP_E_TYPEMISMATCH, place};
         }
     }
 
+    LateArgument argumentOf(std::size_t index, const VARIANT& given) {
+        const automation::ParameterInfo& parameter = member_.parameters[index];
+        const automation::Type& type = parameter.type;
+        automation::StringView text;
+        if (type.type == VariantType::String && !type.isArray && !parameter.isByReference() && textIn(given, text))
+            return LateArgument(text);
+        if (type.type == VariantType::Record) return LateArgument(values_.make(index, recordIn(given)));
+        // What an array that is only written held before is not looked at.
+        if (type.isArray && parameter.direction == automation::Direction::Out && isArrayOrEmpty(given))
+            return LateArgument(values_.make(index, {}));
+        return LateArgument(values_.make(index, fromVariant(given)));
+    }
+
+    static bool isArrayOrEmpty(const VARIANT& given) {
+        const VARIANT& held = given.vt == (VT_BYREF | VT_VARIANT) && given.pvarVal ? *given.pvarVal : given;
+        return held.vt == VT_EMPTY || held.vt & VT_ARRAY;
+    }
+
+    bool isWritten(std::size_t i) const { return late_[i].isWritten() && caller_.rgvarg[places_[i]].vt & VT_BYREF; }
+
+    std::optional<Error> giveBack(std::uint32_t written) noexcept {
+        std::optional<Error> failure;
+        std::array<Assignment, kMostParameters> assignments;
+        for (std::size_t i = 0; i < count_; ++i) {
+            if (!(written >> i & 1)) continue;
+            try {
+                VARIANT& target = caller_.rgvarg[places_[i]];
+                Variant& value = *late_[i].value();
+                // Of a variant it is not known whether it was written.
+                const bool mayBeUnwritten = member_.parameters[i].type.type == VariantType::Variant && !value.isArray();
+                if (mayBeUnwritten && fromVariant(target) == value) continue;
+                prepareAssignment(assignments[i], target, forVariable(target, std::move(value)));
+            } catch (...) {
+                if (!failure) failure = automation::errorInFlight();
+            }
+        }
+        for (Assignment& assignment : assignments)
+            commit(assignment);
+        return failure;
+    }
+
     /// Scripts can look into arrays of variants only: a variable of theirs that held no typed array gets one of those.
-    static Variant forVariable(const VARIANT& target, Variant value) {
-        const auto* array = value.as<automation::Array>();
-        if (!array || !array->hasBounds() || target.vt != (VT_BYREF | VT_VARIANT)) return value;
+    static Variant forVariable(const VARIANT& target, Variant&& value) {
+        auto* array = value.as<automation::Array>();
+        if (!array || !array->hasBounds() || target.vt != (VT_BYREF | VT_VARIANT)) return std::move(value);
         const auto typed = static_cast<VARTYPE>(VT_ARRAY | static_cast<VARTYPE>(array->elementType()));
-        if ((target.pvarVal->vt & ~VT_BYREF) == typed) return value;
-        return automation::Array(automation::VariantType::Variant, array->lowerBound(), array->items());
+        if ((target.pvarVal->vt & ~VT_BYREF) == typed) return std::move(value);
+        return automation::Array(VariantType::Variant, array->lowerBound(), std::move(array->items()));
     }
 
     const MemberInfo& member_;
-    const DISPPARAMS& wire_;
+    const DISPPARAMS& caller_;
     Values values_;
-    std::array<UINT, kMostParameters> places_; ///< as many as there are parameters
+    std::array<LateArgument, kMostParameters> late_; ///< as many as `count_` says
+    std::array<UINT, kMostParameters> places_;       ///< as many as there are parameters
     std::size_t count_ = 0;
 };
 
@@ -156,21 +201,28 @@ Refusal refusalOf(const ArgumentError& error, const Arguments& arguments) {
     }
 }
 
-Variant call(automation::Object& self, const MemberInfo& member, const DISPPARAMS& parameters, bool assigns) {
+/// Calls the member; what it gives goes into `result`, which is empty, if that is not null.
+void call(automation::Object& self, const MemberInfo& member, const DISPPARAMS& parameters, bool assigns,
+          VARIANT* result) {
     Arguments arguments(member, parameters, assigns);
-    struct WriteBack {
-        Arguments& arguments;
-        ~WriteBack() { arguments.writeBack(); }
-    };
+    OwnedVariant made;
     try {
-        const WriteBack atTheEnd{arguments};
-        return member.invoke(self, member, arguments.values());
+        Variant value = member.invoke(self, member, arguments.values());
+        if (result) toVariant(made, std::move(value));
     } catch (const ArgumentError& error) {
+        arguments.giveBack();
         throw refusalOf(error, arguments);
+    } catch (...) {
+        arguments.giveBack();
+        throw;
     }
+    const std::optional<Error> failure = arguments.giveBack();
+    if (failure && !self.settlesFailure(member, *failure)) throw *failure;
+    if (result) std::swap(*result, static_cast<VARIANT&>(made));
 }
 
-HRESULT startWalk(automation::Object& self, const MemberInfo& member, const DISPPARAMS& parameters, VARIANT* result) {
+HRESULT startEnumerator(automation::Object& self, const MemberInfo& member, const DISPPARAMS& parameters,
+                        VARIANT* result) {
     if (parameters.cArgs != 0) return DISP_E_BADPARAMCOUNT;
     if (!result) return S_OK;
     VariantInit(result);
@@ -183,8 +235,8 @@ HRESULT startWalk(automation::Object& self, const MemberInfo& member, const DISP
 ComPtr<IDispatch> objectOf(automation::Object& self, const ClassTable::Accessors& accessors) {
     const MemberInfo* get = accessors.get;
     if (!get || !get->invoke || !get->parameters.empty()) return {};
-    const automation::VariantType type = get->result.type;
-    if (type != automation::VariantType::Object && type != automation::VariantType::Variant) return {};
+    const VariantType type = get->result.type;
+    if (type != VariantType::Object && type != VariantType::Variant) return {};
     Variant value = get->invoke(self, *get, {});
     const auto* object = value.as<automation::ObjectRef>();
     ComPtr<IDispatch> pointer;
@@ -214,7 +266,7 @@ HRESULT idsOfNames(const ClassInfo& info, LPOLESTR* names, UINT count, DISPID* i
     return result;
 }
 
-HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
+HRESULT invokeMember(automation::vtable::CallableWrapper& wrapper, const ClassTable& table, DISPID dispid, WORD flags,
                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept {
     if (!parameters) return E_POINTER;
     if (parameters->cNamedArgs > parameters->cArgs || (parameters->cArgs > 0 && !parameters->rgvarg) ||
@@ -223,9 +275,9 @@ HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISP
     if (!(flags & (kPut | DISPATCH_METHOD | DISPATCH_PROPERTYGET))) return E_INVALIDARG;
     const ClassTable::Accessors* accessors = table.find(dispid);
     if (!accessors) return DISP_E_MEMBERNOTFOUND;
-    const automation::wire::Held held(face);
+    const automation::vtable::Held held(wrapper);
     try {
-        automation::Object& self = *face.object;
+        automation::Object& self = *wrapper.object;
         const bool assigns = (flags & kPut) != 0;
         const MemberInfo* member = select(*accessors, flags, *parameters);
         // DISPID_NEWENUM is asked for as a method and as a property.
@@ -238,15 +290,14 @@ HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISP
                                       badArgument);
         }
         if (!member) return DISP_E_MEMBERNOTFOUND;
-        if (member->enumerate) return startWalk(self, *member, *parameters, result);
-        Variant value = call(self, *member, *parameters, assigns);
-        if (result) initVariant(*result, std::move(value));
+        if (member->enumerate) return startEnumerator(self, *member, *parameters, result);
+        call(self, *member, *parameters, assigns, result);
         return S_OK;
     } catch (const Refusal& refusal) {
         if (badArgument && refusal.badArgument != kNoArgument) *badArgument = refusal.badArgument;
         return refusal.result;
     } catch (...) {
-        const Error error = errorInFlight();
+        const Error error = automation::errorInFlight();
         if (!exception) return error.hresult();
         fillException(*exception, error);
         return DISP_E_EXCEPTION;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "automation/wire.h"
+#include "automation/vtable.h"
 #include "com/bridge/class_table.h"
 #include "com/bridge/com_ptr.h"
 
@@ -14,7 +14,7 @@ HRESULT idsOfNames(const automation::ClassInfo& info, LPOLESTR* names, UINT coun
 /// IDispatch::Invoke. Besides the documented: arguments that a property without parameters does not take go to the
 /// default member of the object it gives (`pages(1)`), and PROPERTYPUT and PROPERTYPUTREF stand in for each other
 /// where a property has only one of them.
-HRESULT invokeMember(automation::wire::Face& face, const ClassTable& table, DISPID dispid, WORD flags,
+HRESULT invokeMember(automation::vtable::CallableWrapper& wrapper, const ClassTable& table, DISPID dispid, WORD flags,
                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) noexcept;
 
 } // namespace tarncom32::com

@@ -5,7 +5,7 @@
 
 namespace tarncom32::com {
 
-/// The walk as IEnumVARIANT, counted.
-IEnumVARIANT* exportEnumerator(std::unique_ptr<automation::Enumerator> walk);
+/// The enumerator as IEnumVARIANT, counted.
+IEnumVARIANT* exportEnumerator(std::unique_ptr<automation::Enumerator> items);
 
 } // namespace tarncom32::com

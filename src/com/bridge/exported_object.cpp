@@ -4,16 +4,15 @@
 #include "com/bridge/connection_point.h"
 #include "com/bridge/dispatcher.h"
 #include "com/bridge/enumerator.h"
-#include "com/bridge/face.h"
 #include "com/bridge/failure.h"
 #include "com/bridge/foreign_object.h"
 #include "com/bridge/unknown.h"
 #include "com/bridge/variants.h"
+#include "com/bridge/wrapper_entries.h"
 
 #include <ocidl.h>
 #include <olectl.h>
 
-#include <memory>
 #include <new>
 
 namespace tarncom32::com {
@@ -21,23 +20,26 @@ namespace tarncom32::com {
 using automation::ClassInfo;
 using automation::Object;
 using automation::ObjectRef;
-using automation::wire::Face;
+using automation::vtable::CallableWrapper;
+
+namespace vtable = automation::vtable;
 
 namespace {
 
-/// The COM identity of one of our objects: the face with the dual interface, and the interfaces beside it.
+/// The COM identity of one of our objects: the wrapper with the dual interface, and the interfaces beside it.
 class ExportedObject final : IProvideClassInfo2, ISupportErrorInfo, IConnectionPointContainer {
 public:
     ExportedObject(Object& object, const ClassInfo& info)
-        : table_(ClassTable::of(info)), face_{table_.vtable(), &object, &info, this, 0}, object_(&object) {
+        : table_(ClassTable::of(info)), wrapper_{table_.vtable(), &object, &info, this, 0}, object_(&object),
+          connectionPoint_(*this, object) {
         object.exported = this;
         ++outsideCount;
     }
 
-    static ExportedObject& of(Face* face) { return *static_cast<ExportedObject*>(face->owner); }
-    IDispatch* pointer() { return reinterpret_cast<IDispatch*>(&face_); }
+    static ExportedObject& of(CallableWrapper* wrapper) { return *static_cast<ExportedObject*>(wrapper->owner); }
+    IDispatch* pointer() { return reinterpret_cast<IDispatch*>(&wrapper_); }
     const ClassTable& table() const { return table_; }
-    const ClassInfo& info() const { return *face_.info; }
+    const ClassInfo& info() const { return *wrapper_.info; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
         if (!result) return E_POINTER;
@@ -46,24 +48,21 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++face_.references; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++wrapper_.references; }
     ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --face_.references;
-        if (left == 0) destroy();
+        const ULONG left = --wrapper_.references;
+        if (left == 0) end();
         return left;
     }
-    void destroy() { delete this; }
 
-    HRESULT typeOf(const automation::Guid& guid, ITypeInfo** type) noexcept {
+    static HRESULT give(ComPtr<ITypeInfo> found, ITypeInfo** type) {
         if (!type) return E_POINTER;
-        *type = nullptr;
-        if (!findType || guid.isNull()) return TYPE_E_ELEMENTNOTFOUND;
-        *type = findType(toGuid(guid)).detach();
+        *type = found.detach();
         return *type ? S_OK : TYPE_E_ELEMENTNOTFOUND;
     }
 
     // IProvideClassInfo2
-    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** type) override { return typeOf(info().clsid, type); }
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** type) override { return give(table_.classType(), type); }
     HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* guid) override {
         if (!guid) return E_POINTER;
         *guid = toGuid(info().sourceIid);
@@ -77,14 +76,15 @@ public:
 
     // IConnectionPointContainer
     HRESULT STDMETHODCALLTYPE EnumConnectionPoints(IEnumConnectionPoints** points) override {
-        return enumerateConnectionPoints(container(), *object_, points);
+        return enumerateConnectionPoints(&connectionPoint_, points);
     }
     HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID iid, IConnectionPoint** point) override {
         if (!point) return E_POINTER;
         *point = nullptr;
         if (!equals(iid, info().sourceIid)) return CONNECT_E_NOCONNECTION;
-        *point = newConnectionPoint(container(), *object_);
-        return *point ? S_OK : E_OUTOFMEMORY;
+        connectionPoint_.AddRef();
+        *point = &connectionPoint_;
+        return S_OK;
     }
 
 private:
@@ -93,12 +93,20 @@ private:
         --outsideCount;
     }
 
-    IConnectionPointContainer* container() { return this; }
+    /// The last reference has gone. An object that ends with it acts for the last time while all this is whole; who
+    /// takes a reference meanwhile and keeps it keeps both alive.
+    void end() {
+        ++wrapper_.references;
+        object_->prepareRelease();
+        if (--wrapper_.references != 0) return;
+        ++wrapper_.references; // those who come during the end itself do not end it again
+        delete this;
+    }
 
     void* interfaceOf(REFIID iid) {
         if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IDispatch) ||
             (!info().iid.isNull() && equals(iid, info().iid)))
-            return &face_;
+            return &wrapper_;
         if (IsEqualIID(iid, IID_IProvideClassInfo) || IsEqualIID(iid, IID_IProvideClassInfo2))
             return static_cast<IProvideClassInfo2*>(this);
         if (IsEqualIID(iid, IID_ISupportErrorInfo)) return static_cast<ISupportErrorInfo*>(this);
@@ -108,38 +116,39 @@ private:
     }
 
     const ClassTable& table_;
-    Face face_;
+    CallableWrapper wrapper_;
     ObjectRef object_;
+    ConnectionPoint connectionPoint_; ///< reached only where the object has events
 };
 
-// The face's IUnknown and IDispatch.
+// The wrapper's IUnknown and IDispatch.
 
-HRESULT __stdcall faceQueryInterface(Face* self, REFIID iid, void** result) {
+HRESULT __stdcall wrapperQueryInterface(CallableWrapper* self, REFIID iid, void** result) {
     return ExportedObject::of(self).QueryInterface(iid, result);
 }
-ULONG __stdcall faceAddRef(Face* self) {
+ULONG __stdcall wrapperAddRef(CallableWrapper* self) {
     return ExportedObject::of(self).AddRef();
 }
-ULONG __stdcall faceRelease(Face* self) {
+ULONG __stdcall wrapperRelease(CallableWrapper* self) {
     return ExportedObject::of(self).Release();
 }
-HRESULT __stdcall faceGetTypeInfoCount(Face* self, UINT* count) {
+HRESULT __stdcall wrapperGetTypeInfoCount(CallableWrapper* self, UINT* count) {
     if (!count) return E_POINTER;
-    ComPtr<ITypeInfo> type;
-    *count = SUCCEEDED(ExportedObject::of(self).typeOf(self->info->iid, type.put())) ? 1 : 0;
+    *count = ExportedObject::of(self).table().interfaceType() ? 1 : 0;
     return S_OK;
 }
-HRESULT __stdcall faceGetTypeInfo(Face* self, UINT index, LCID, ITypeInfo** type) {
+HRESULT __stdcall wrapperGetTypeInfo(CallableWrapper* self, UINT index, LCID, ITypeInfo** type) {
     if (!type) return E_POINTER;
     *type = nullptr;
-    return index == 0 ? ExportedObject::of(self).typeOf(self->info->iid, type) : DISP_E_BADINDEX;
+    return index == 0 ? ExportedObject::give(ExportedObject::of(self).table().interfaceType(), type) : DISP_E_BADINDEX;
 }
-HRESULT __stdcall faceGetIDsOfNames(Face* self, REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+HRESULT __stdcall wrapperGetIDsOfNames(CallableWrapper* self, REFIID iid, LPOLESTR* names, UINT count, LCID,
+                                       DISPID* ids) {
     if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
     return idsOfNames(*self->info, names, count, ids);
 }
-HRESULT __stdcall faceInvoke(Face* self, DISPID dispid, REFIID iid, LCID, WORD flags, DISPPARAMS* parameters,
-                             VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
+HRESULT __stdcall wrapperInvoke(CallableWrapper* self, DISPID dispid, REFIID iid, LCID, WORD flags,
+                                DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
     if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
     if (result) VariantInit(result);
     return invokeMember(*self, ExportedObject::of(self).table(), dispid, flags, parameters, result, exception,
@@ -147,88 +156,89 @@ HRESULT __stdcall faceInvoke(Face* self, DISPID dispid, REFIID iid, LCID, WORD f
 }
 
 /// What the thunks of the member tables need of the system.
-class SystemConversions final : public automation::wire::Conversions {
+class SystemMarshaller final : public vtable::Marshaller {
 public:
-    using Value = automation::wire::Value;
-    using Text = automation::wire::Text;
-    using Pointer = automation::wire::Interface;
-    using ArrayPtr = automation::wire::ArrayPtr;
-
-    Text text(automation::StringView text) const noexcept override { return reinterpret_cast<Text>(newBstr(text)); }
-    void freeText(Text text) const noexcept override { SysFreeString(reinterpret_cast<BSTR>(text)); }
-    automation::Variant value(const Value& value) const override {
+    vtable::Text newText(automation::StringView text) const override {
+        const BSTR made = newBstr(text);
+        if (!made) throw std::bad_alloc();
+        return reinterpret_cast<vtable::Text>(made);
+    }
+    void freeText(vtable::Text text) const noexcept override { SysFreeString(reinterpret_cast<BSTR>(text)); }
+    automation::Variant value(const vtable::Value& value) const override {
         return fromVariant(reinterpret_cast<const VARIANT&>(value));
     }
-    void initialise(Value& target, automation::Variant&& value) const noexcept override {
-        initVariant(reinterpret_cast<VARIANT&>(target), std::move(value));
+    void initialise(vtable::Value& target, automation::Variant&& value) const override {
+        toVariant(reinterpret_cast<VARIANT&>(target), std::move(value));
     }
-    void assign(Value& target, automation::Variant&& value) const noexcept override {
-        assignVariant(reinterpret_cast<VARIANT&>(target), std::move(value));
+    void clear(vtable::Value& value) const noexcept override { VariantClear(&reinterpret_cast<VARIANT&>(value)); }
+    ObjectRef object(vtable::Interface pointer) const override { return importObject(static_cast<IUnknown*>(pointer)); }
+    vtable::Interface pointer(const ObjectRef& object) const override {
+        IDispatch* exported = exportObject(object);
+        if (object && !exported) throw automation::Error(automation::errors::NoSuchMember);
+        return exported;
     }
-    ObjectRef object(Pointer pointer) const override { return importObject(static_cast<IUnknown*>(pointer)); }
-    Pointer pointer(const ObjectRef& object) const noexcept override { return exportObject(object); }
-    void release(Pointer pointer) const noexcept override {
+    void release(vtable::Interface pointer) const noexcept override {
         if (pointer) static_cast<IUnknown*>(pointer)->Release();
     }
-    void destroy(Face& face) const noexcept override { ExportedObject::of(&face).destroy(); }
-    automation::Array array(ArrayPtr array, automation::VariantType element) const override {
+    void release(CallableWrapper& wrapper) const noexcept override { ExportedObject::of(&wrapper).Release(); }
+    automation::Array array(vtable::ArrayPtr array, automation::VariantType element) const override {
         return fromSafeArray(static_cast<SAFEARRAY*>(array), element);
     }
-    void assign(ArrayPtr& target, const automation::Array& array) const noexcept override {
-        auto* held = static_cast<SAFEARRAY*>(target);
-        assignSafeArray(held, array);
-        target = held;
+    vtable::ArrayPtr newArray(automation::Array&& array) const override { return newSafeArray(std::move(array)); }
+    void free(vtable::ArrayPtr array) const noexcept override { SafeArrayDestroy(static_cast<SAFEARRAY*>(array)); }
+    vtable::Interface enumerator(std::unique_ptr<automation::Enumerator> items) const override {
+        return exportEnumerator(std::move(items));
     }
-    Pointer enumerator(std::unique_ptr<automation::Enumerator> walk) const override {
-        return exportEnumerator(std::move(walk));
+    void prepare(vtable::Assignment& assignment, vtable::Value& target, automation::Variant&& value) const override {
+        prepareAssignment(assignment, reinterpret_cast<VARIANT&>(target), std::move(value));
     }
-    std::int32_t fail(const ClassInfo& info) const noexcept override {
-        return static_cast<std::int32_t>(setErrorInfo(errorInFlight(), info.iid));
+    void prepare(vtable::Assignment& assignment, vtable::ArrayPtr& target, automation::Array&& value) const override {
+        prepareAssignment(assignment, reinterpret_cast<SAFEARRAY*&>(target), std::move(value));
     }
-    std::int32_t fail(const ClassInfo& info, std::int32_t result) const noexcept override {
-        setErrorInfo(automation::Error::fromHresult(result), info.iid);
-        return result;
+    void commit(vtable::Assignment& assignment) const noexcept override { com::commit(assignment); }
+    vtable::Result fail(const ClassInfo& info, const automation::Error& error) const noexcept override {
+        return static_cast<vtable::Result>(setErrorInfo(error, info.iid));
     }
 };
 
-static_assert(sizeof(automation::wire::Value) == sizeof(VARIANT) &&
-              alignof(automation::wire::Value) == alignof(VARIANT));
-static_assert(sizeof(automation::wire::Result) == sizeof(HRESULT));
+static_assert(sizeof(vtable::Value) == sizeof(VARIANT) && alignof(vtable::Value) == alignof(VARIANT));
+static_assert(sizeof(vtable::Result) == sizeof(HRESULT));
 
-constexpr SystemConversions kConversions;
-[[maybe_unused]] const bool kInstalled = (automation::wire::conversions = &kConversions) != nullptr;
+constexpr SystemMarshaller kMarshaller;
+[[maybe_unused]] const bool kInstalled = (vtable::marshaller = &kMarshaller) != nullptr;
 
 } // namespace
 
 std::array<const void*, 7> dispatchEntries() {
-    return {reinterpret_cast<const void*>(&faceQueryInterface), reinterpret_cast<const void*>(&faceAddRef),
-            reinterpret_cast<const void*>(&faceRelease),        reinterpret_cast<const void*>(&faceGetTypeInfoCount),
-            reinterpret_cast<const void*>(&faceGetTypeInfo),    reinterpret_cast<const void*>(&faceGetIDsOfNames),
-            reinterpret_cast<const void*>(&faceInvoke)};
+    return {
+        reinterpret_cast<const void*>(&wrapperQueryInterface), reinterpret_cast<const void*>(&wrapperAddRef),
+        reinterpret_cast<const void*>(&wrapperRelease),        reinterpret_cast<const void*>(&wrapperGetTypeInfoCount),
+        reinterpret_cast<const void*>(&wrapperGetTypeInfo),    reinterpret_cast<const void*>(&wrapperGetIDsOfNames),
+        reinterpret_cast<const void*>(&wrapperInvoke)};
 }
 
-IDispatch* exportObject(const ObjectRef& object) noexcept {
+IDispatch* exportObject(const ObjectRef& object) {
     if (!object) return nullptr;
     auto* exported = static_cast<ExportedObject*>(object->exported);
     if (!exported) {
         const ClassInfo* info = object->classInfo();
         if (!info) return static_cast<ForeignObject&>(*object).dispatch();
-        exported = new (std::nothrow) ExportedObject(*object, *info);
-        if (!exported) return nullptr;
+        exported = new ExportedObject(*object, *info);
     }
     exported->AddRef();
     return exported->pointer();
 }
 
-IUnknown* exportUnknown(const ObjectRef& object) noexcept {
+IUnknown* exportUnknown(const ObjectRef& object) {
     if (object && !object->classInfo()) return static_cast<ForeignObject&>(*object).identity();
     return exportObject(object);
 }
 
 Object* ownObjectBehind(IUnknown* identity) noexcept {
-    // Whatever the object is, its vtable starts with the address of its QueryInterface: ours for a face of this module.
-    auto* face = reinterpret_cast<Face*>(identity);
-    return face->vtable[0] == reinterpret_cast<const void*>(&faceQueryInterface) ? face->object : nullptr;
+    // Whatever the object is, its vtable starts with the address of its QueryInterface: ours for a wrapper of this
+    // module.
+    auto* wrapper = reinterpret_cast<CallableWrapper*>(identity);
+    return wrapper->vtable[0] == reinterpret_cast<const void*>(&wrapperQueryInterface) ? wrapper->object : nullptr;
 }
 
 } // namespace tarncom32::com

@@ -1,7 +1,5 @@
 #include "com/bridge/failure.h"
 
-#include <new>
-
 namespace tarncom32::com {
 
 using automation::Error;
@@ -19,24 +17,6 @@ const wchar_t* wide(automation::StringView text) noexcept {
 }
 
 } // namespace
-
-Error errorInFlight() noexcept {
-    try {
-        try {
-            throw;
-        } catch (const Error& error) {
-            return error;
-        } catch (const std::bad_alloc&) {
-            return Error(automation::errors::OutOfMemory);
-        } catch (const std::exception& error) {
-            return Error(automation::errors::InternalError, automation::fromUtf8(error.what()));
-        }
-    } catch (const std::bad_alloc&) {
-        return Error(automation::errors::OutOfMemory); // no memory for the text of that exception
-    } catch (...) {
-        return Error(automation::errors::InternalError);
-    }
-}
 
 HRESULT setErrorInfo(const Error& error, const automation::Guid& iid) noexcept {
     // Without memory the HRESULT says all that there is to say.

@@ -4,14 +4,13 @@
 #include "automation/error.h"
 #include "com/bridge/com_ptr.h"
 
+#include <algorithm>
+
 /// Failures on their way to COM callers.
 namespace tarncom32::com {
 
 /// The name under which errors of this module appear: that of its type library. A NUL stands behind it.
 inline automation::StringView errorSource = u"TarnCom32";
-
-/// The exception in flight as an `Error`.
-automation::Error errorInFlight() noexcept;
 
 /// Makes the error the calling thread's error information (`iid`: of which interface); its HRESULT.
 HRESULT setErrorInfo(const automation::Error& error, const automation::Guid& iid) noexcept;
@@ -22,7 +21,7 @@ HRESULT fenced(Body&& body) noexcept {
     try {
         return body();
     } catch (...) {
-        return setErrorInfo(errorInFlight(), {});
+        return setErrorInfo(automation::errorInFlight(), {});
     }
 }
 
@@ -33,6 +32,11 @@ inline GUID toGuid(const automation::Guid& guid) noexcept {
     GUID result{guid.data1, guid.data2, guid.data3, {}};
     for (std::size_t i = 0; i < guid.data4.size(); ++i)
         result.Data4[i] = guid.data4[i];
+    return result;
+}
+inline automation::Guid fromGuid(REFGUID guid) noexcept {
+    automation::Guid result{guid.Data1, guid.Data2, guid.Data3, {}};
+    std::copy(std::begin(guid.Data4), std::end(guid.Data4), result.data4.begin());
     return result;
 }
 inline bool equals(REFGUID left, const automation::Guid& right) noexcept {

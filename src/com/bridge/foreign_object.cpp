@@ -2,12 +2,14 @@
 
 #include "automation/array.h"
 #include "automation/error.h"
+#include "automation/spin_lock.h"
 #include "com/bridge/exported_object.h"
+#include "com/bridge/outbound_call.h"
 #include "com/bridge/variants.h"
 
 #include <ocidl.h>
 
-#include <vector>
+#include <mutex>
 
 namespace tarncom32::com {
 
@@ -22,10 +24,43 @@ namespace errors = automation::errors;
 
 namespace {
 
-using Identities = std::unordered_map<IUnknown*, ForeignObject*>;
+/// The objects that stand for those from outside, by the thread to which they belong and by identity. They are not
+/// held: each leaves when it ends, on whatever thread that is.
+class KnownObjects {
+public:
+    /// Null when there is none, or it is just ending.
+    automation::Ref<ForeignObject> find(IUnknown* identity) noexcept {
+        const std::lock_guard guard(lock_);
+        const auto found = objects_.find({GetCurrentThreadId(), identity});
+        if (found == objects_.end() || !found->second->tryAddRef()) return {};
+        automation::Ref<ForeignObject> object(found->second);
+        found->second->release(); // the one that was tried: `object` has its own
+        return object;
+    }
+    void add(IUnknown* identity, ForeignObject& object) {
+        const std::lock_guard guard(lock_);
+        objects_.insert_or_assign({object.thread(), identity}, &object);
+    }
+    void remove(IUnknown* identity, const ForeignObject& object) noexcept {
+        const std::lock_guard guard(lock_);
+        const auto found = objects_.find({object.thread(), identity});
+        if (found != objects_.end() && found->second == &object) objects_.erase(found);
+    }
 
-// A plain pointer, freed with its last entry: nothing is left to destroy when the thread or the module goes.
-thread_local Identities* identities = nullptr;
+private:
+    struct Key {
+        DWORD thread;
+        IUnknown* identity;
+        friend bool operator==(const Key&, const Key&) = default;
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const noexcept {
+            return std::hash<IUnknown*>()(key.identity) ^ std::size_t{key.thread} * 0x9E3779B1u;
+        }
+    };
+    automation::SpinLock lock_;
+    std::unordered_map<Key, ForeignObject*, Hash> objects_;
+} knownObjects;
 
 WORD flagsOf(Access access) {
     switch (access) {
@@ -65,48 +100,15 @@ struct Exception : EXCEPINFO {
     }
 };
 
-/// The arguments of a call in the order of the wire: last one first.
-class WireArguments {
-public:
-    WireArguments(std::span<Variant> arguments, std::uint32_t byReference)
-        : arguments_(arguments), held_(arguments.size()), passed_(arguments.size()), byReference_(byReference) {
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            OwnedVariant& held = held_[i];
-            initVariant(held, Variant(arguments[i]));
-            VARIANT& passed = passed_[arguments.size() - 1 - i];
-            passed = held;
-            if (!isByReference(i)) continue;
-            const bool plain = held.vt == VT_EMPTY || held.vt == VT_NULL || held.vt == VT_RECORD;
-            passed.vt = static_cast<VARTYPE>(VT_BYREF | (plain ? VARTYPE{VT_VARIANT} : held.vt));
-            passed.byref = plain || held.vt == VT_DECIMAL ? static_cast<void*>(&held) : &held.llVal;
-        }
-    }
-
-    DISPPARAMS parameters() { return {passed_.data(), nullptr, static_cast<UINT>(passed_.size()), 0}; }
-
-    void takeBack() {
-        for (std::size_t i = 0; i < arguments_.size(); ++i)
-            if (isByReference(i)) arguments_[i] = fromVariant(held_[i]);
-    }
-
-private:
-    bool isByReference(std::size_t i) const { return i < 32 && (byReference_ >> i & 1); }
-
-    std::span<Variant> arguments_;
-    std::vector<OwnedVariant> held_;
-    std::vector<VARIANT> passed_;
-    std::uint32_t byReference_;
-};
-
-/// A walk over the items of an object from outside.
+/// The enumerator of an object from outside.
 class ForeignEnumerator final : public automation::Enumerator {
 public:
-    explicit ForeignEnumerator(ComPtr<IEnumVARIANT> walk) : walk_(std::move(walk)) {}
+    explicit ForeignEnumerator(ComPtr<IEnumVARIANT> items) : items_(std::move(items)) {}
 
     bool next(Variant& item) override {
         OwnedVariant value;
         ULONG fetched = 0;
-        const HRESULT result = walk_->Next(1, &value, &fetched);
+        const HRESULT result = items_->Next(1, &value, &fetched);
         if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
         if (result != S_OK) return false;
         item = fromVariant(value);
@@ -115,27 +117,23 @@ public:
 
     std::unique_ptr<Enumerator> clone() const override {
         ComPtr<IEnumVARIANT> copy;
-        const HRESULT result = walk_->Clone(copy.put());
+        const HRESULT result = items_->Clone(copy.put());
         if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
         return std::make_unique<ForeignEnumerator>(std::move(copy));
     }
 
 private:
-    ComPtr<IEnumVARIANT> walk_;
+    ComPtr<IEnumVARIANT> items_;
 };
 
 } // namespace
 
 ForeignObject::ForeignObject(ComPtr<IUnknown> identity)
-    : identity_(std::move(identity)), dispatch_(query<IDispatch>(identity_.get(), IID_IDispatch)) {
-    if (!identities) identities = new Identities;
-    identities->emplace(identity_.get(), this);
-}
+    : identity_(std::move(identity)), dispatch_(query<IDispatch>(identity_.get(), IID_IDispatch)),
+      thread_(GetCurrentThreadId()) {}
 
-ForeignObject::~ForeignObject() {
-    if (!identities) return;
-    identities->erase(identity_.get());
-    if (identities->empty()) delete std::exchange(identities, nullptr);
+void ForeignObject::finalRelease() {
+    knownObjects.remove(identity_.get(), *this);
 }
 
 IUnknown* ForeignObject::identity() const {
@@ -223,8 +221,8 @@ Variant ForeignObject::invokeNamed(const MemberName& name, const MemberName& par
 
 Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arguments, std::uint32_t byReference,
                             DISPID* named) {
-    WireArguments wire(arguments, byReference);
-    DISPPARAMS parameters = wire.parameters();
+    OutboundCall call(arguments, byReference);
+    DISPPARAMS& parameters = call.parameters();
     // Named arguments stand in front, and the last argument stands first.
     if (named) {
         parameters.rgdispidNamedArgs = named;
@@ -237,7 +235,7 @@ Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arg
     const ComPtr<IDispatch> target(dispatch_);
     const HRESULT result = target->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, flagsOf(access), &parameters,
                                           assigns(access) ? nullptr : &value, &exception, &badArgument);
-    wire.takeBack();
+    call.takeBack();
     if (result == DISP_E_EXCEPTION) throw exception.error();
     if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
     return fromVariant(value);
@@ -250,9 +248,9 @@ std::unique_ptr<automation::Enumerator> ForeignObject::enumerate() {
     const HRESULT result = dispatch_->Invoke(DISPID_NEWENUM, IID_NULL, LOCALE_USER_DEFAULT,
                                              DISPATCH_METHOD | DISPATCH_PROPERTYGET, &none, &value, nullptr, nullptr);
     if (FAILED(result) || (value.vt != VT_UNKNOWN && value.vt != VT_DISPATCH)) return Object::enumerate();
-    auto walk = query<IEnumVARIANT>(value.punkVal, IID_IEnumVARIANT);
-    if (!walk) return Object::enumerate();
-    return std::make_unique<ForeignEnumerator>(std::move(walk));
+    auto items = query<IEnumVARIANT>(value.punkVal, IID_IEnumVARIANT);
+    if (!items) return Object::enumerate();
+    return std::make_unique<ForeignEnumerator>(std::move(items));
 }
 
 ObjectRef importObject(IUnknown* pointer) {
@@ -260,10 +258,10 @@ ObjectRef importObject(IUnknown* pointer) {
     const auto identity = query<IUnknown>(pointer, IID_IUnknown);
     if (!identity) throw Error(errors::TypeMismatch);
     if (automation::Object* own = ownObjectBehind(identity.get())) return ObjectRef(own);
-    if (identities)
-        if (const auto known = identities->find(identity.get()); known != identities->end())
-            return ObjectRef(known->second);
-    return automation::make<ForeignObject>(identity);
+    if (ObjectRef known = knownObjects.find(identity.get())) return known;
+    const auto object = automation::make<ForeignObject>(identity);
+    knownObjects.add(identity.get(), *object);
+    return object;
 }
 
 } // namespace tarncom32::com

@@ -29,8 +29,11 @@ public:
     /// Its late binding, counted; null when it has none.
     IDispatch* dispatch() const;
 
+    /// The number of the thread to which the object belongs.
+    DWORD thread() const { return thread_; }
+
 protected:
-    ~ForeignObject() override;
+    void finalRelease() override;
 
 private:
     struct KnownName {
@@ -47,6 +50,7 @@ private:
 
     ComPtr<IUnknown> identity_;
     ComPtr<IDispatch> dispatch_;
+    DWORD thread_;
     std::unordered_multimap<std::uint32_t, KnownName> names_; ///< by hash
 };
 

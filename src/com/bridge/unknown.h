@@ -8,8 +8,10 @@
 
 namespace tarncom32::com {
 
-/// How many COM objects of this module are held from outside, and how often its factories are locked.
+/// How many COM objects of this module are held from outside.
 inline std::atomic<std::size_t> outsideCount{0};
+/// How often its factories are locked.
+inline std::atomic<std::size_t> lockCount{0};
 
 /// IUnknown of a small COM object with one interface besides it.
 template <class Interface>
@@ -30,7 +32,10 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --references_;
-        if (left == 0) delete this;
+        if (left == 0) {
+            references_ = 1; // what ends with this object may still refer to it, and must not end it again
+            delete this;
+        }
         return left;
     }
 

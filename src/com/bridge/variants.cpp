@@ -3,8 +3,10 @@
 #include "automation/convert.h"
 #include "automation/error.h"
 #include "com/bridge/exported_object.h"
+#include "com/bridge/failure.h"
 #include "com/bridge/foreign_object.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 
@@ -22,11 +24,23 @@ namespace errors = automation::errors;
 
 namespace {
 
-/// A record travels as a whole VARIANT.
-std::shared_ptr<void> keepRecord(const VARIANT& value) {
+void check(HRESULT result) {
+    if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
+}
+
+/// The variable that `value` refers to, if that is a VARIANT in turn.
+const VARIANT& target(const VARIANT& value) noexcept {
+    return value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal ? *value.pvarVal : value;
+}
+
+/// The record that `value` holds or refers to, as a whole VARIANT of its own.
+automation::Record copyOfRecord(const VARIANT& value) {
     auto copy = std::make_shared<OwnedVariant>();
-    if (FAILED(VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value)))) throw Error(errors::TypeMismatch);
-    return copy;
+    check(VariantCopyInd(copy.get(), const_cast<VARIANT*>(&value)));
+    automation::Record record = recordIn(*copy);
+    record.owner = std::move(copy);
+    record.isForeign = true;
+    return record;
 }
 
 template <class T>
@@ -34,7 +48,25 @@ const T& valueAt(const void* place) {
     return *static_cast<const T*>(place);
 }
 
-Variant readAt(VARTYPE type, const void* place) {
+/// Reads values, arrays within arrays among them.
+class Reader {
+public:
+    Variant read(const VARIANT& value, bool isReferredTo = false) const;
+    Array read(SAFEARRAY* array, VariantType element) const;
+
+private:
+    Reader(const Reader& outer, const SAFEARRAY* array);
+    Reader() = default;
+    friend Variant(::tarncom32::com::fromVariant)(const VARIANT&);
+    friend Array(::tarncom32::com::fromSafeArray)(SAFEARRAY*, VariantType);
+    Variant readAt(VARTYPE type, const void* place) const;
+
+    const Reader* outer_ = nullptr;
+    const SAFEARRAY* array_ = nullptr; ///< whose elements this reads
+    int depth_ = 0;
+};
+
+Variant Reader::readAt(VARTYPE type, const void* place) const {
     if (!place) throw Error(errors::TypeMismatch);
     switch (type) {
     case VT_UI1:
@@ -63,7 +95,7 @@ Variant readAt(VARTYPE type, const void* place) {
     case VT_UNKNOWN:
         return Variant(importObject(valueAt<IUnknown*>(place)));
     case VT_VARIANT:
-        return fromVariant(valueAt<VARIANT>(place));
+        return read(valueAt<VARIANT>(place), true);
     case VT_DECIMAL: {
         const auto& decimal = valueAt<DECIMAL>(place);
         return automation::Decimal{static_cast<std::uint32_t>(decimal.Hi32), decimal.Lo64, decimal.scale,
@@ -131,38 +163,32 @@ bool writeInteger(VARTYPE type, void* place, std::uint64_t bits) {
     }
 }
 
-/// Puts `object` where a variable for objects stands; for pointers of the interface `iid`, if that is not null.
-void writeObject(VariantType type, IUnknown*& place, const ObjectRef& object, const IID* iid) {
-    // A variable may hold another interface of its object than late binding's: what did not change stays.
-    if (place && importObject(place) == object) return;
-    IUnknown* pointer = type == VariantType::Object ? exportObject(object) : exportUnknown(object);
-    if (pointer && iid) {
-        void* typed = nullptr;
-        const HRESULT result = pointer->QueryInterface(*iid, &typed);
-        pointer->Release();
-        pointer = SUCCEEDED(result) ? static_cast<IUnknown*>(typed) : nullptr;
-    }
+/// A counted pointer to `object` for a variable of that type, of the interface `iid` if that is not null.
+IUnknown* pointerTo(const ObjectRef& object, VariantType type, const IID* iid) {
+    ComPtr<IUnknown> pointer;
+    *pointer.put() = type == VariantType::Object ? exportObject(object) : exportUnknown(object);
+    if (pointer && iid) pointer = query<IUnknown>(pointer.get(), *iid);
     if (object && !pointer) throw Error(errors::TypeMismatch);
-    if (IUnknown* old = std::exchange(place, pointer)) old->Release();
+    return pointer.detach();
 }
 
-/// Puts `value`, converted to `type`, where a variable of that type stands; what the variable held is freed. A variable
-/// for objects may be one for pointers of the interface `iid`.
+/// Puts `value`, converted to `type`, into a place for a value of that type that holds nothing yet; one for objects may
+/// be for pointers of the interface `iid`.
 void writeAt(VARTYPE type, void* place, Variant&& value, const IID* iid = nullptr) {
     if (type == VT_VARIANT) {
-        if (FAILED(assignVariant(*static_cast<VARIANT*>(place), std::move(value)))) throw Error(errors::TypeMismatch);
+        toVariant(*static_cast<VARIANT*>(place), std::move(value));
         return;
     }
     const VariantType wanted = elementTypeOf(type);
     if (wanted == VariantType::Object || wanted == VariantType::Unknown) {
-        writeObject(wanted, *static_cast<IUnknown**>(place), automation::toObject(value), iid);
+        putAt(place, pointerTo(automation::toObject(value), wanted, iid));
         return;
     }
     if (value.type() != wanted) value = automation::changeType(value, wanted);
     if (const auto* text = value.as<automation::String>()) {
         BSTR fresh = newBstr(*text);
         if (!fresh) throw std::bad_alloc();
-        SysFreeString(std::exchange(*static_cast<BSTR*>(place), fresh));
+        putAt(place, fresh);
     } else if (const auto* flag = value.as<Boolean>()) {
         putAt(place, flag->value);
     } else if (const auto* byte = value.as<std::uint8_t>()) {
@@ -198,28 +224,6 @@ void* contentsOf(VARIANT& target, VARTYPE type) {
     return type == VT_DECIMAL ? static_cast<void*>(&target) : static_cast<void*>(&target.llVal);
 }
 
-/// The HRESULT of the exception in flight.
-HRESULT resultOfFailure() noexcept {
-    try {
-        throw;
-    } catch (const Error& error) {
-        switch (error.number()) {
-        case errors::TypeMismatch:
-            return DISP_E_TYPEMISMATCH;
-        case errors::Overflow:
-            return DISP_E_OVERFLOW;
-        case errors::UnsupportedType:
-            return DISP_E_BADVARTYPE;
-        default:
-            return error.hresult();
-        }
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (const std::exception&) {
-        return E_UNEXPECTED;
-    }
-}
-
 /// The elements of a one-dimensional array, locked while it lives.
 class LockedElements {
 public:
@@ -242,26 +246,21 @@ private:
     void* data_ = nullptr;
 };
 
-void fill(SAFEARRAY* array, std::vector<Variant> items) {
-    const LockedElements elements(array);
-    IID iid;
-    const bool typed = array->fFeatures & FADF_HAVEIID && SUCCEEDED(SafeArrayGetIID(array, &iid));
-    for (std::size_t i = 0; i < items.size(); ++i)
-        writeAt(elements.type(), elements[i], std::move(items[i]), typed ? &iid : nullptr);
-}
-
 struct DestroyArray {
     void operator()(SAFEARRAY* array) const { SafeArrayDestroy(array); }
 };
+using OwnedArray = std::unique_ptr<SAFEARRAY, DestroyArray>;
 
-SAFEARRAY* newSafeArray(const Array& value) {
-    if (!value.hasBounds()) return nullptr;
+/// A new array of that element type; its elements, if objects, are for pointers of the interface `iid` where that is
+/// not null.
+OwnedArray makeArray(Array&& value, VARTYPE type, const IID* iid) {
     SAFEARRAYBOUND bound{static_cast<ULONG>(value.size()), value.lowerBound()};
-    const auto type = static_cast<VARTYPE>(value.elementType());
-    std::unique_ptr<SAFEARRAY, DestroyArray> fresh(SafeArrayCreate(type, 1, &bound));
+    OwnedArray fresh(SafeArrayCreate(type, 1, &bound));
     if (!fresh) throw std::bad_alloc();
-    fill(fresh.get(), value.items());
-    return fresh.release();
+    const LockedElements elements(fresh.get());
+    for (std::size_t i = 0; i < value.size(); ++i)
+        writeAt(type, elements[i], std::move(value.items()[i]), iid);
+    return fresh;
 }
 
 /// Whether `target` can take the elements of `value` as it stands.
@@ -272,44 +271,100 @@ bool hasShape(SAFEARRAY* target, const Array& value) {
            target->rgsabound[0].cElements == value.size() && target->rgsabound[0].lLbound == value.lowerBound();
 }
 
-void assignContents(VARIANT& target, Variant&& value) {
-    if (target.vt == (VT_BYREF | VT_VARIANT)) {
-        assignContents(*target.pvarVal, std::move(value));
+/// Raises 10 for an array that cannot be replaced: its memory or its size is its owner's, or somebody is at it.
+void requireReplaceable(const SAFEARRAY* array) {
+    constexpr unsigned kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
+    if (array && (array->fFeatures & kFixed || array->cLocks > 0)) throw Error(errors::ArrayFixedOrLocked);
+}
+
+using automation::vtable::Assignment;
+
+VARIANT& valueOf(Assignment& assignment) {
+    return reinterpret_cast<VARIANT&>(assignment.value);
+}
+
+/// Of a type that VARIANTs hold by value.
+std::size_t sizeOf(VARTYPE type) {
+    switch (type) {
+    case VT_I1:
+    case VT_UI1:
+        return 1;
+    case VT_I2:
+    case VT_UI2:
+    case VT_BOOL:
+        return 2;
+    case VT_CY:
+    case VT_DATE:
+    case VT_R8:
+    case VT_I8:
+    case VT_UI8:
+        return 8;
+    case VT_BSTR:
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+        return sizeof(void*);
+    default:
+        return 4;
+    }
+}
+
+/// For a variable of a plain type that is referred to.
+void prepareContents(Assignment& assignment, VARTYPE type, void* place, Variant&& value) {
+    if (!place) throw Error(errors::TypeMismatch);
+    // A variable may hold another interface of its object than late binding's: what did not change stays.
+    if ((type == VT_DISPATCH || type == VT_UNKNOWN) && valueAt<IUnknown*>(place) &&
+        importObject(valueAt<IUnknown*>(place)) == automation::toObject(value))
+        return;
+    VARIANT& fresh = valueOf(assignment);
+    writeAt(type, contentsOf(fresh, type), std::move(value));
+    fresh.vt = type;
+    assignment.kind = type == VT_DECIMAL ? Assignment::Kind::Decimal : Assignment::Kind::Contents;
+    assignment.size = sizeOf(type);
+    assignment.place = place;
+}
+
+/// For a variable that holds its value itself.
+void prepareWhole(Assignment& assignment, VARIANT& target, Variant&& value) {
+    Array* array = value.as<Array>();
+    if ((target.vt & VT_ARRAY) && array && hasShape(target.parray, *array)) {
+        prepareAssignment(assignment, target.parray, std::move(*array));
         return;
     }
-    if (target.vt & VT_BYREF && target.vt & VT_ARRAY)
-        value = automation::changeType(value, arrayOf(elementTypeOf(target.vt & VT_TYPEMASK)));
-    const Array* array = value.as<Array>();
-    if ((target.vt & VT_ARRAY) && array && (target.vt & VT_BYREF || hasShape(target.parray, *array))) {
-        const HRESULT result = assignSafeArray(target.vt & VT_BYREF ? *target.pparray : target.parray, *array);
-        if (FAILED(result)) throw Error::fromHresult(result);
-    } else if (target.vt & VT_BYREF) {
-        writeAt(target.vt & VT_TYPEMASK, target.byref, std::move(value));
-    } else {
-        VARIANT fresh;
-        initVariant(fresh, std::move(value));
-        if (const HRESULT result = VariantClear(&target); FAILED(result)) {
-            VariantClear(&fresh);
-            throw Error::fromHresult(result);
-        }
-        target = fresh;
-    }
+    if (target.vt & VT_ARRAY) requireReplaceable(target.parray);
+    toVariant(valueOf(assignment), std::move(value));
+    assignment.kind = Assignment::Kind::Whole;
+    assignment.place = &target;
 }
 
 } // namespace
 
-Variant fromVariant(const VARIANT& value) {
+Reader::Reader(const Reader& outer, const SAFEARRAY* array) : outer_(&outer), array_(array), depth_(outer.depth_ + 1) {
+    bool isInItself = false;
+    for (const Reader* each = &outer; each; each = each->outer_)
+        isInItself = isInItself || each->array_ == array;
+    if (isInItself || depth_ > kDeepestNesting)
+        throw Error(errors::UnsupportedType, u"Arrays that are nested in themselves, or more than " +
+                                                 automation::decimalText(kDeepestNesting) +
+                                                 u" deep, are not supported");
+}
+
+Variant Reader::read(const VARIANT& value, bool isReferredTo) const {
     const VARTYPE type = value.vt & VT_TYPEMASK;
+    const bool isReference = (value.vt & VT_BYREF) != 0;
     // Other flags change what the value is, and no VARIANT has them.
     if (value.vt & ~(VT_TYPEMASK | VT_ARRAY | VT_BYREF)) throw Error(errors::UnsupportedType);
     if (value.vt & VT_ARRAY) {
-        const bool byReference = (value.vt & VT_BYREF) != 0;
-        if (byReference && !value.pparray) throw Error(errors::TypeMismatch);
-        SAFEARRAY* array = byReference ? *value.pparray : value.parray;
-        return array ? Variant(fromSafeArray(array, VariantType::Variant)) : Variant(Array(elementTypeOf(type)));
+        if (isReference && !value.pparray) throw Error(errors::TypeMismatch);
+        SAFEARRAY* array = isReference ? *value.pparray : value.parray;
+        return array ? Variant(read(array, VariantType::Variant)) : Variant(Array(elementTypeOf(type)));
     }
-    if (type == VT_RECORD) return automation::Record{keepRecord(value)};
-    if (value.vt & VT_BYREF) return readAt(type, value.byref);
+    if (type == VT_RECORD) return copyOfRecord(value);
+    if (isReference) {
+        // An element of an array may refer to a variable, and that to no other.
+        if (type == VT_VARIANT && isReferredTo && value.pvarVal && value.pvarVal->vt & VT_BYREF)
+            throw Error(errors::UnsupportedType, u"A reference to a reference is not supported");
+        return readAt(type, value.byref);
+    }
     switch (type) {
     case VT_EMPTY:
         return {};
@@ -322,74 +377,142 @@ Variant fromVariant(const VARIANT& value) {
     }
 }
 
-void initVariant(VARIANT& target, Variant&& value) noexcept {
-    VariantInit(&target);
-    try {
-        const VariantType type = value.type();
-        if (value.isEmpty()) return;
-        if (const auto* array = value.as<Array>()) {
-            target.parray = newSafeArray(*array);
-            target.vt = static_cast<VARTYPE>(VT_ARRAY | static_cast<VARTYPE>(array->elementType()));
-        } else if (const auto* record = value.as<automation::Record>()) {
-            if (record->value) VariantCopy(&target, static_cast<VARIANT*>(record->value.get()));
-        } else if (value.isObject()) {
-            const ObjectRef& reference = *value.as<ObjectRef>();
-            target.pdispVal = exportObject(reference);
-            target.vt = VT_DISPATCH;
-            if (target.pdispVal || !reference) return;
-            target.punkVal = exportUnknown(reference);
-            target.vt = VT_UNKNOWN;
-        } else if (type == VariantType::Null) {
-            target.vt = VT_NULL;
-        } else {
-            const auto wire = static_cast<VARTYPE>(type);
-            target.llVal = 0;
-            writeAt(wire, contentsOf(target, wire), std::move(value));
-            target.vt = wire;
-        }
-    } catch (const std::exception&) {
-        target.vt = VT_EMPTY; // See the header.
-    }
-}
-
-HRESULT assignVariant(VARIANT& target, Variant&& value) noexcept {
-    try {
-        assignContents(target, std::move(value));
-        return S_OK;
-    } catch (const std::exception&) {
-        return resultOfFailure();
-    }
-}
-
-Array fromSafeArray(SAFEARRAY* array, VariantType element) {
-    if (!array) return Array(element);
+Array Reader::read(SAFEARRAY* array, VariantType element) const {
     const LockedElements elements(array);
     const VariantType type = elementTypeOf(elements.type());
     if (element != VariantType::Variant && type != element) throw Error(errors::TypeMismatch);
+    const Reader inner(*this, array);
     std::vector<Variant> items;
     items.reserve(elements.size());
     for (std::size_t i = 0; i < elements.size(); ++i)
-        items.push_back(readAt(elements.type(), elements[i]));
+        items.push_back(inner.readAt(elements.type(), elements[i]));
     return Array(type, elements.lowerBound(), std::move(items));
 }
 
-HRESULT assignSafeArray(SAFEARRAY*& target, const Array& value) noexcept {
-    try {
-        if (hasShape(target, value)) {
-            fill(target, value.items());
-            return S_OK;
-        }
-        std::unique_ptr<SAFEARRAY, DestroyArray> fresh(newSafeArray(value));
-        if (target) {
-            // The memory of such an array is its owner's, and so is its size.
-            constexpr unsigned kFixed = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
-            if (target->fFeatures & kFixed) return DISP_E_ARRAYISLOCKED;
-            if (const HRESULT result = SafeArrayDestroy(target); FAILED(result)) return result;
-        }
-        target = fresh.release();
-        return S_OK;
-    } catch (const std::exception&) {
-        return resultOfFailure();
+Variant fromVariant(const VARIANT& value) {
+    return Reader().read(value);
+}
+
+Array fromSafeArray(SAFEARRAY* array, VariantType element) {
+    return array ? Reader().read(array, element) : Array(element);
+}
+
+automation::Record recordIn(const VARIANT& value) {
+    const VARIANT& held = target(value);
+    GUID type{};
+    ULONG size = 0;
+    if ((held.vt & ~VT_BYREF) != VT_RECORD || !held.pRecInfo || !held.pvRecord ||
+        FAILED(held.pRecInfo->GetGuid(&type)) || FAILED(held.pRecInfo->GetSize(&size)))
+        throw Error(errors::TypeMismatch);
+    return {nullptr, held.pvRecord, fromGuid(type), static_cast<std::uint32_t>(size), false};
+}
+
+bool textIn(const VARIANT& value, automation::StringView& text) noexcept {
+    const VARIANT& held = target(value);
+    if (held.vt == VT_BSTR)
+        text = viewOfBstr(held.bstrVal);
+    else if (held.vt == (VT_BYREF | VT_BSTR) && held.pbstrVal)
+        text = viewOfBstr(*held.pbstrVal);
+    else
+        return false;
+    return true;
+}
+
+void toVariant(VARIANT& target, Variant&& value) {
+    VariantInit(&target);
+    if (value.isEmpty()) return;
+    if (auto* array = value.as<Array>()) {
+        const auto type = static_cast<VARTYPE>(array->elementType());
+        target.parray = newSafeArray(std::move(*array));
+        target.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+    } else if (const auto* record = value.as<automation::Record>()) {
+        if (!record->isForeign) throw Error(errors::UnsupportedType);
+        check(VariantCopy(&target, static_cast<VARIANT*>(record->owner.get())));
+    } else if (const auto* object = value.as<ObjectRef>()) {
+        target.pdispVal = exportObject(*object);
+        target.vt = VT_DISPATCH;
+        if (target.pdispVal || !*object) return;
+        target.punkVal = exportUnknown(*object);
+        target.vt = VT_UNKNOWN;
+    } else if (value.as<automation::Null>()) {
+        target.vt = VT_NULL;
+    } else {
+        const auto type = static_cast<VARTYPE>(value.type());
+        target.llVal = 0;
+        writeAt(type, contentsOf(target, type), std::move(value));
+        target.vt = type;
+    }
+}
+
+SAFEARRAY* newSafeArray(Array&& value) {
+    if (!value.hasBounds()) return nullptr;
+    const auto type = static_cast<VARTYPE>(value.elementType());
+    return makeArray(std::move(value), type, nullptr).release();
+}
+
+void prepareAssignment(Assignment& assignment, VARIANT& target, Variant&& value) {
+    const VARTYPE type = target.vt & VT_TYPEMASK;
+    if (!(target.vt & VT_BYREF)) {
+        prepareWhole(assignment, target, std::move(value));
+    } else if (!target.byref) {
+        throw Error(errors::TypeMismatch);
+    } else if (target.vt & VT_ARRAY) {
+        value = automation::changeType(value, arrayOf(elementTypeOf(type)));
+        prepareAssignment(assignment, *target.pparray, std::move(*value.as<Array>()));
+    } else if (type == VT_VARIANT) {
+        if (target.pvarVal->vt == (VT_BYREF | VT_VARIANT)) throw Error(errors::UnsupportedType);
+        prepareAssignment(assignment, *target.pvarVal, std::move(value));
+    } else {
+        prepareContents(assignment, type, target.byref, std::move(value));
+    }
+}
+
+void prepareAssignment(Assignment& assignment, SAFEARRAY*& target, Array&& value) {
+    VARIANT& fresh = valueOf(assignment);
+    if (hasShape(target, value)) {
+        VARTYPE type = VT_EMPTY;
+        check(SafeArrayGetVartype(target, &type));
+        IID iid;
+        const bool typed = target->fFeatures & FADF_HAVEIID && SUCCEEDED(SafeArrayGetIID(target, &iid));
+        fresh.parray = makeArray(std::move(value), type, typed ? &iid : nullptr).release();
+        fresh.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+        assignment.kind = Assignment::Kind::Elements;
+        assignment.place = target;
+        return;
+    }
+    requireReplaceable(target);
+    const auto type = static_cast<VARTYPE>(value.elementType());
+    fresh.parray = newSafeArray(std::move(value));
+    fresh.vt = static_cast<VARTYPE>(VT_ARRAY | type);
+    assignment.kind = Assignment::Kind::Contents;
+    assignment.size = sizeof(SAFEARRAY*);
+    assignment.place = &target;
+}
+
+void commit(Assignment& assignment) noexcept {
+    VARIANT& fresh = valueOf(assignment);
+    const auto exchange = [](void* left, void* right, std::size_t size) {
+        std::swap_ranges(static_cast<char*>(left), static_cast<char*>(left) + size, static_cast<char*>(right));
+    };
+    switch (assignment.kind) {
+    case Assignment::Kind::None:
+        break;
+    case Assignment::Kind::Whole:
+        std::swap(*static_cast<VARIANT*>(assignment.place), fresh);
+        break;
+    case Assignment::Kind::Contents:
+        exchange(assignment.place, &fresh.llVal, assignment.size);
+        break;
+    case Assignment::Kind::Decimal:
+        exchange(static_cast<char*>(assignment.place) + sizeof fresh.vt,
+                 reinterpret_cast<char*>(&fresh) + sizeof fresh.vt, sizeof(DECIMAL) - sizeof fresh.vt);
+        break;
+    case Assignment::Kind::Elements: {
+        const auto* target = static_cast<SAFEARRAY*>(assignment.place);
+        exchange(target->pvData, fresh.parray->pvData,
+                 std::size_t{target->cbElements} * target->rgsabound[0].cElements);
+        break;
+    }
     }
 }
 

@@ -21,14 +21,17 @@ public:
             *object.put() = exportObject(class_.create());
             return object ? object->QueryInterface(iid, result) : E_OUTOFMEMORY;
         } catch (...) {
-            return setErrorInfo(errorInFlight(), class_.info->iid);
+            return setErrorInfo(automation::errorInFlight(), class_.info->iid);
         }
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-        if (lock)
-            ++outsideCount;
-        else
-            --outsideCount;
+        if (lock) {
+            ++lockCount;
+            return S_OK;
+        }
+        // One unlock too many unlocks nothing that another has locked.
+        for (std::size_t locks = lockCount; locks > 0;)
+            if (lockCount.compare_exchange_weak(locks, locks - 1)) break;
         return S_OK;
     }
 

@@ -1,7 +1,7 @@
 #include "com/server/module.h"
 
 #include "automation/error.h"
-#include "com/bridge/exported_object.h"
+#include "com/bridge/class_table.h"
 #include "com/bridge/failure.h"
 #include "com/bridge/unknown.h"
 #include "com/server/class_factory.h"
@@ -10,6 +10,7 @@
 
 #include <olectl.h>
 
+#include <atomic>
 #include <memory>
 
 namespace __gnu_cxx {
@@ -28,11 +29,34 @@ struct RuntimeReserve {
     ~RuntimeReserve() { __gnu_cxx::__freeres(); }
 } const runtimeReserve;
 
+/// The type library, loaded when it is first asked for and kept until the module goes.
+class KeptTypeLibrary {
+public:
+    KeptTypeLibrary() noexcept = default;
+    KeptTypeLibrary(const KeptTypeLibrary&) = delete;
+    ~KeptTypeLibrary() {
+        if (ITypeLib* library = library_.load(); library && !processEnds) library->Release();
+    }
+    /// Lock-free: of two threads that load it at once, one lets its own go.
+    ITypeLib& get() {
+        ITypeLib* library = library_.load(std::memory_order_acquire);
+        if (!library) {
+            ComPtr<ITypeLib> fresh = loadTypeLibrary();
+            if (library_.compare_exchange_strong(library, fresh.get(), std::memory_order_acq_rel))
+                library = fresh.detach();
+        }
+        return *library;
+    }
+
+private:
+    std::atomic<ITypeLib*> library_{nullptr};
+} keptTypeLibrary;
+
 /// What the objects' type information is found in.
 ComPtr<ITypeInfo> typeInThisLibrary(REFGUID guid) {
     ComPtr<ITypeInfo> type;
     try {
-        loadTypeLibrary()->GetTypeInfoOfGuid(guid, type.put());
+        keptTypeLibrary.get().GetTypeInfoOfGuid(guid, type.put());
     } catch (const automation::Error&) {
         return {}; // The caller says that there is none.
     }
@@ -109,8 +133,10 @@ ComPtr<ITypeLib> loadTypeLibrary() {
 
 using namespace tarncom32;
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void*) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, void* reserved) {
     if (reason == DLL_PROCESS_ATTACH) com::theModule = module;
+    // Without a reserved word the DLL alone is unloaded.
+    if (reason == DLL_PROCESS_DETACH) com::processEnds = reserved != nullptr;
     return TRUE;
 }
 
@@ -125,7 +151,7 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result) {
 }
 
 STDAPI DllCanUnloadNow() {
-    return com::outsideCount == 0 && automation::Object::liveCount() == 0 ? S_OK : S_FALSE;
+    return com::outsideCount == 0 && com::lockCount == 0 && automation::Object::liveCount() == 0 ? S_OK : S_FALSE;
 }
 
 STDAPI DllRegisterServer() {

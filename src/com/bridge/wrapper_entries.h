@@ -1,7 +1,5 @@
 #pragma once
 
-#include "automation/wire.h"
-
 #include <array>
 
 namespace tarncom32::com {
