@@ -1,6 +1,6 @@
 #include "com/bridge/applications.h"
 
-#include "automation/error.h"
+#include "com/bridge/failure.h"
 #include "com/bridge/foreign_object.h"
 
 namespace tarncom32::com {
@@ -10,10 +10,6 @@ using automation::String;
 using automation::StringView;
 
 namespace {
-
-void check(HRESULT result) {
-    if (FAILED(result)) throw automation::Error::fromHresult(static_cast<std::int32_t>(result));
-}
 
 CLSID clsidOf(StringView progId) {
     CLSID clsid{};

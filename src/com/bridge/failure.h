@@ -12,6 +12,11 @@ namespace tarncom32::com {
 /// The name under which errors of this module appear: that of its type library. A NUL stands behind it.
 inline automation::StringView errorSource = u"TarnCom32";
 
+/// Raises what a failing HRESULT stands for.
+inline void check(HRESULT result) {
+    if (FAILED(result)) throw automation::Error::fromHresult(static_cast<std::int32_t>(result));
+}
+
 /// Makes the error the calling thread's error information (`iid`: of which interface); its HRESULT.
 HRESULT setErrorInfo(const automation::Error& error, const automation::Guid& iid) noexcept;
 

@@ -4,6 +4,7 @@
 #include "automation/error.h"
 #include "automation/spin_lock.h"
 #include "com/bridge/exported_object.h"
+#include "com/bridge/failure.h"
 #include "com/bridge/outbound_call.h"
 #include "com/bridge/variants.h"
 
@@ -109,7 +110,7 @@ public:
         OwnedVariant value;
         ULONG fetched = 0;
         const HRESULT result = items_->Next(1, &value, &fetched);
-        if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
+        check(result);
         if (result != S_OK) return false;
         item = fromVariant(value);
         return true;
@@ -118,7 +119,7 @@ public:
     std::unique_ptr<Enumerator> clone() const override {
         ComPtr<IEnumVARIANT> copy;
         const HRESULT result = items_->Clone(copy.put());
-        if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
+        check(result);
         return std::make_unique<ForeignEnumerator>(std::move(copy));
     }
 
@@ -237,7 +238,7 @@ Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arg
                                           assigns(access) ? nullptr : &value, &exception, &badArgument);
     call.takeBack();
     if (result == DISP_E_EXCEPTION) throw exception.error();
-    if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
+    check(result);
     return fromVariant(value);
 }
 

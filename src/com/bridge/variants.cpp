@@ -24,10 +24,6 @@ namespace errors = automation::errors;
 
 namespace {
 
-void check(HRESULT result) {
-    if (FAILED(result)) throw Error::fromHresult(static_cast<std::int32_t>(result));
-}
-
 /// The variable that `value` refers to, if that is a VARIANT in turn.
 const VARIANT& target(const VARIANT& value) noexcept {
     return value.vt == (VT_BYREF | VT_VARIANT) && value.pvarVal ? *value.pvarVal : value;

@@ -125,7 +125,7 @@ ComPtr<ITypeLib> loadTypeLibrary() {
     HRESULT result = LoadTypeLibEx(wide(path), REGKIND_NONE, library.put());
     // The system's loader of type libraries knows no longer paths.
     if (FAILED(result) && path.size() >= MAX_PATH) result = loadCopy(library.put());
-    if (FAILED(result)) throw automation::Error::fromHresult(static_cast<std::int32_t>(result));
+    check(result);
     return library;
 }
 
