@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 namespace tarncom32::com::testing {
 
 /// What a call through IDispatch gave.
@@ -72,7 +74,7 @@ inline std::int32_t assign(VARIANT& target, Variant value) {
     });
 }
 
-/// A probe and its face; checks that nothing of either is left over.
+/// A probe and what COM callers hold of it; checks that nothing of either is left over.
 class ComTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -80,18 +82,46 @@ protected:
         SetErrorInfo(0, nullptr); // what the test before left behind
         objectsBefore_ = Object::liveCount();
         probe = make<Probe>();
-        *face.put() = exportObject(probe);
+        *wrapper.put() = exportObject(probe);
     }
     void TearDown() override {
-        face = {};
+        wrapper = {};
         probe = {};
         EXPECT_EQ(Object::liveCount(), objectsBefore_);
         EXPECT_EQ(outsideCount, 0u);
         CoUninitialize();
     }
 
+    /// Calls through the vtable of the dual interface as a compiled client does: by place and by its own declaration.
+    template <class... A>
+    HRESULT callSlot(const wchar_t* name, MemberKind kind, A... arguments) {
+        const auto& members = Probe::describe().members;
+        for (std::size_t i = 0; i < members.size(); ++i) {
+            if (members[i].name != viewOf(name) || members[i].kind != kind) continue;
+            using Entry = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, A...);
+            Entry entry = nullptr;
+            void** vtable = *reinterpret_cast<void***>(wrapper.get());
+            std::memcpy(&entry, &vtable[7 + i], sizeof entry);
+            return entry(wrapper.get(), arguments...);
+        }
+        ADD_FAILURE() << "no such member";
+        return E_FAIL;
+    }
+    template <class... A>
+    HRESULT callMethod(const wchar_t* name, A... arguments) {
+        return callSlot(name, MemberKind::Method, arguments...);
+    }
+    /// The thread's error information, taken.
+    static String lastError() {
+        ComPtr<IErrorInfo> info;
+        OwnedText text;
+        if (GetErrorInfo(0, info.put()) != S_OK) return u"none";
+        info->GetDescription(text.put());
+        return String(viewOfBstr(text.get()));
+    }
+
     Ref<Probe> probe;
-    ComPtr<IDispatch> face;
+    ComPtr<IDispatch> wrapper;
 
 private:
     std::size_t objectsBefore_ = 0;

@@ -32,13 +32,13 @@ TEST_F(Dispatcher, FindsNamesWithoutRegardToCaseAndParametersByPlace) {
     LPOLESTR names[] = {const_cast<LPOLESTR>(L"jOIN"), const_cast<LPOLESTR>(L"BTHIRD"), const_cast<LPOLESTR>(L"sFirst"),
                         const_cast<LPOLESTR>(L"nowhere")};
     DISPID ids[4]{};
-    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names, 3, 0, ids), S_OK);
+    EXPECT_EQ(wrapper->GetIDsOfNames(IID_NULL, names, 3, 0, ids), S_OK);
     EXPECT_EQ((std::vector<DISPID>{ids, ids + 3}), (std::vector<DISPID>{14, 2, 0}));
-    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names, 4, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(wrapper->GetIDsOfNames(IID_NULL, names, 4, 0, ids), DISP_E_UNKNOWNNAME);
     EXPECT_EQ(ids[3], DISPID_UNKNOWN);
     EXPECT_EQ(ids[1], 2) << "the names that are known keep their numbers";
-    EXPECT_EQ(face->GetIDsOfNames(IID_NULL, names + 3, 1, 0, ids), DISP_E_UNKNOWNNAME);
-    EXPECT_EQ(face->GetIDsOfNames(IID_IUnknown, names, 1, 0, ids), DISP_E_UNKNOWNINTERFACE);
+    EXPECT_EQ(wrapper->GetIDsOfNames(IID_NULL, names + 3, 1, 0, ids), DISP_E_UNKNOWNNAME);
+    EXPECT_EQ(wrapper->GetIDsOfNames(IID_IUnknown, names, 1, 0, ids), DISP_E_UNKNOWNINTERFACE);
 }
 
 TEST_F(Dispatcher, CarriesEveryType) {
@@ -70,7 +70,7 @@ TEST_F(Dispatcher, CarriesEveryType) {
         {L"EchoProbe", probe, probe},
     };
     for (const auto& c : cases) {
-        const Outcome outcome = call(face.get(), c.name, {c.in});
+        const Outcome outcome = call(wrapper.get(), c.name, {c.in});
         EXPECT_EQ(outcome.result, S_OK) << toUtf8(viewOf(c.name));
         EXPECT_EQ(outcome.value, c.out) << toUtf8(viewOf(c.name));
     }
@@ -98,27 +98,27 @@ TEST_F(Dispatcher, AnswersWrongCallsAsDocumented) {
         {L"Name", {u"a", u"b"}, DISPATCH_PROPERTYPUT, DISP_E_BADPARAMCOUNT, 99},
     };
     for (const Case& c : cases) {
-        Outcome outcome = call(face.get(), c.name, c.values, c.flags);
+        Outcome outcome = call(wrapper.get(), c.name, c.values, c.flags);
         EXPECT_EQ(outcome.result, c.result) << toUtf8(viewOf(c.name));
         EXPECT_EQ(outcome.badArgument, c.badArgument) << toUtf8(viewOf(c.name));
     }
     for (const int type : {77, VT_VECTOR | VT_I4}) {
         VARIANT strange{};
         strange.vt = static_cast<VARTYPE>(type);
-        EXPECT_EQ(invoke(face.get(), 8, DISPATCH_METHOD, {&strange, 1}).result, DISP_E_BADVARTYPE) << type;
+        EXPECT_EQ(invoke(wrapper.get(), 8, DISPATCH_METHOD, {&strange, 1}).result, DISP_E_BADVARTYPE) << type;
     }
     VARIANT nowhere{};
     nowhere.vt = VT_BYREF | VT_VARIANT;
-    EXPECT_EQ(invoke(face.get(), 17, kPutEither, {&nowhere, 1}, {DISPID_PROPERTYPUT}).result, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(invoke(wrapper.get(), 17, kPutEither, {&nowhere, 1}, {DISPID_PROPERTYPUT}).result, DISP_E_TYPEMISMATCH);
     SAFEARRAYBOUND bounds[2] = {{2, 0}, {2, 0}};
     OwnedVariant grid;
     grid.vt = VT_ARRAY | VT_VARIANT;
     grid.parray = SafeArrayCreate(VT_VARIANT, 2, bounds);
-    EXPECT_EQ(invoke(face.get(), 13, DISPATCH_METHOD, std::span<VARIANT>(static_cast<VARIANT*>(&grid), 1)).result,
+    EXPECT_EQ(invoke(wrapper.get(), 13, DISPATCH_METHOD, std::span<VARIANT>(static_cast<VARIANT*>(&grid), 1)).result,
               DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(invoke(face.get(), 12345, DISPATCH_METHOD, {}).result, DISP_E_MEMBERNOTFOUND);
-    EXPECT_EQ(invoke(face.get(), 1, 0, {}).result, E_INVALIDARG);
-    EXPECT_EQ(face->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(invoke(wrapper.get(), 12345, DISPATCH_METHOD, {}).result, DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(invoke(wrapper.get(), 1, 0, {}).result, E_INVALIDARG);
+    EXPECT_EQ(wrapper->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_POINTER);
 }
 
 TEST_F(Dispatcher, TakesNamedAndOmittedArguments) {
@@ -126,41 +126,41 @@ TEST_F(Dispatcher, TakesNamedAndOmittedArguments) {
     toVariant(text, u"one");
     VARIANT values[] = {{}, text};
     values[0].vt = VT_BOOL; // bThird := False
-    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {2}).value, Variant(u"one?"));
-    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {2, 0}).value, Variant(u"one?"));
-    EXPECT_EQ(invoke(face.get(), 14, DISPATCH_METHOD, values, {0}).result, DISP_E_BADPARAMCOUNT) << "given twice";
-    const Outcome unknown = invoke(face.get(), 14, DISPATCH_METHOD, values, {9});
+    EXPECT_EQ(invoke(wrapper.get(), 14, DISPATCH_METHOD, values, {2}).value, Variant(u"one?"));
+    EXPECT_EQ(invoke(wrapper.get(), 14, DISPATCH_METHOD, values, {2, 0}).value, Variant(u"one?"));
+    EXPECT_EQ(invoke(wrapper.get(), 14, DISPATCH_METHOD, values, {0}).result, DISP_E_BADPARAMCOUNT) << "given twice";
+    const Outcome unknown = invoke(wrapper.get(), 14, DISPATCH_METHOD, values, {9});
     EXPECT_EQ(unknown.result, DISP_E_PARAMNOTFOUND);
     EXPECT_EQ(unknown.badArgument, 0u);
-    EXPECT_EQ(call(face.get(), L"Join", {u"one"}).value, Variant(u"one!"));
-    EXPECT_EQ(call(face.get(), L"Join", {u"one", kMissing, kMissing}).value, Variant(u"one!"));
-    EXPECT_EQ(call(face.get(), L"Join", {u"one", u"two"}).value, Variant(u"one,two!"));
+    EXPECT_EQ(call(wrapper.get(), L"Join", {u"one"}).value, Variant(u"one!"));
+    EXPECT_EQ(call(wrapper.get(), L"Join", {u"one", kMissing, kMissing}).value, Variant(u"one!"));
+    EXPECT_EQ(call(wrapper.get(), L"Join", {u"one", u"two"}).value, Variant(u"one,two!"));
 }
 
 TEST_F(Dispatcher, ReachesDefaultMembersAndProperties) {
     probe->items_->add(u"x", u"key");
     probe->items_->add(u"y");
-    EXPECT_EQ(call(face.get(), L"Item", {1}).value, Variant(u"x"));
+    EXPECT_EQ(call(wrapper.get(), L"Item", {1}).value, Variant(u"x"));
     VARIANT index = wholeNumber(2);
-    EXPECT_EQ(invoke(face.get(), DISPID_VALUE, DISPATCH_PROPERTYGET, {&index, 1}).value, Variant(u"y"));
-    EXPECT_EQ(call(face.get(), L"Items", {u"KEY"}).value, Variant(u"x")) << "the default member of what it gives";
+    EXPECT_EQ(invoke(wrapper.get(), DISPID_VALUE, DISPATCH_PROPERTYGET, {&index, 1}).value, Variant(u"y"));
+    EXPECT_EQ(call(wrapper.get(), L"Items", {u"KEY"}).value, Variant(u"x")) << "the default member of what it gives";
 
-    EXPECT_EQ(call(face.get(), L"Name", {u"new"}, DISPATCH_PROPERTYPUT).result, S_OK);
-    EXPECT_EQ(call(face.get(), L"Name").value, Variant(u"new"));
+    EXPECT_EQ(call(wrapper.get(), L"Name", {u"new"}, DISPATCH_PROPERTYPUT).result, S_OK);
+    EXPECT_EQ(call(wrapper.get(), L"Name").value, Variant(u"new"));
     for (const WORD flags : {WORD{DISPATCH_PROPERTYPUTREF}, WORD{DISPATCH_PROPERTYPUT}, kPutEither}) {
         probe->setOwner({});
-        EXPECT_EQ(call(face.get(), L"Owner", {probe->items_}, flags).result, S_OK);
+        EXPECT_EQ(call(wrapper.get(), L"Owner", {probe->items_}, flags).result, S_OK);
         EXPECT_EQ(probe->owner(), ObjectRef(probe->items_));
     }
 }
 
 TEST_F(Dispatcher, TellsFailuresWithNumberDescriptionAndSource) {
-    const Outcome outcome = call(face.get(), L"Fail", {457});
+    const Outcome outcome = call(wrapper.get(), L"Fail", {457});
     EXPECT_EQ(outcome.result, DISP_E_EXCEPTION);
     EXPECT_EQ(outcome.error.number(), 457);
     EXPECT_EQ(outcome.error.description(), descriptionOf(457));
     EXPECT_EQ(outcome.source, u"TarnCom32");
-    const Outcome foreign = call(face.get(), L"Fail", {static_cast<std::int32_t>(0x86DB0ABC)});
+    const Outcome foreign = call(wrapper.get(), L"Fail", {static_cast<std::int32_t>(0x86DB0ABC)});
     EXPECT_EQ(foreign.error.number(), static_cast<std::int32_t>(0x86DB0ABC)) << "an HRESULT passes unchanged";
     ComPtr<IDispatch> caller;
     *caller.put() = exportObject(make<Caller>());
@@ -168,7 +168,7 @@ TEST_F(Dispatcher, TellsFailuresWithNumberDescriptionAndSource) {
         << "it is the member's own call that lacks an argument";
     VARIANT number = wholeNumber(5);
     DISPPARAMS parameters{&number, nullptr, 1, 0};
-    EXPECT_EQ(face->Invoke(18, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+    EXPECT_EQ(wrapper->Invoke(18, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
               static_cast<HRESULT>(0x800A0005));
 }
 
@@ -179,8 +179,9 @@ TEST_F(Dispatcher, WalksTheItems) {
     DISPPARAMS none{};
     for (const int flags : {DISPATCH_METHOD, DISPATCH_PROPERTYGET}) {
         VariantClear(&value);
-        ASSERT_EQ(face->Invoke(DISPID_NEWENUM, IID_NULL, 0, static_cast<WORD>(flags), &none, &value, nullptr, nullptr),
-                  S_OK);
+        ASSERT_EQ(
+            wrapper->Invoke(DISPID_NEWENUM, IID_NULL, 0, static_cast<WORD>(flags), &none, &value, nullptr, nullptr),
+            S_OK);
     }
     const auto walk = query<IEnumVARIANT>(value.punkVal, IID_IEnumVARIANT);
     ASSERT_TRUE(walk);

@@ -77,10 +77,10 @@ TEST_F(Objects, KeepTheirIdentityOnTheWayThereAndBack) {
     *back.put() = exportObject(first);
     EXPECT_EQ(back.get(), holder.get());
 
-    EXPECT_EQ(importObject(face.get()), ObjectRef(probe)) << "our own come back as themselves";
+    EXPECT_EQ(importObject(wrapper.get()), ObjectRef(probe)) << "our own come back as themselves";
     *back.put() = exportObject(probe);
-    EXPECT_EQ(back.get(), face.get());
-    const Outcome outcome = call(face.get(), L"EchoObject", {first});
+    EXPECT_EQ(back.get(), wrapper.get());
+    const Outcome outcome = call(wrapper.get(), L"EchoObject", {first});
     EXPECT_EQ(outcome.value, Variant(first));
 }
 
@@ -105,7 +105,7 @@ TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
     ComPtr<IUnknown> held;
     reference.vt = VT_BYREF | VT_UNKNOWN;
     reference.ppunkVal = held.put();
-    face->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(reference.ppunkVal));
+    wrapper->QueryInterface(IID_IProvideClassInfo2, reinterpret_cast<void**>(reference.ppunkVal));
     const IUnknown* before = held.get();
     EXPECT_EQ(assign(reference, Variant(probe)), 0);
     EXPECT_EQ(held.get(), before) << "the variable still holds the same object";
@@ -164,27 +164,27 @@ TEST_F(Objects, GiveBackWhatTheyWriteAndRaiseWhatTheyRaise) {
 }
 
 TEST_F(Objects, HaveTheInterfacesTheyShouldAndNoOthers) {
-    EXPECT_TRUE(query<IUnknown>(face.get(), toGuid(Probe::describe().iid)));
-    EXPECT_TRUE(query<IProvideClassInfo2>(face.get(), IID_IProvideClassInfo2));
-    const auto support = query<ISupportErrorInfo>(face.get(), IID_ISupportErrorInfo);
+    EXPECT_TRUE(query<IUnknown>(wrapper.get(), toGuid(Probe::describe().iid)));
+    EXPECT_TRUE(query<IProvideClassInfo2>(wrapper.get(), IID_IProvideClassInfo2));
+    const auto support = query<ISupportErrorInfo>(wrapper.get(), IID_ISupportErrorInfo);
     ASSERT_TRUE(support);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(toGuid(Probe::describe().iid)), S_OK);
     EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IConnectionPoint), S_FALSE);
     for (const GUID& iid :
          {__uuidof(IDispatchEx), toGuid("cb5bdc81-93c1-11cf-8f20-00805f2cd064"_guid /* IObjectSafety */),
           IID_IObjectWithSite, IID_IPersist, IID_IMarshal})
-        EXPECT_FALSE(query<IUnknown>(face.get(), iid));
+        EXPECT_FALSE(query<IUnknown>(wrapper.get(), iid));
     // Every interface is a face of one object.
-    const auto identity = query<IUnknown>(face.get(), IID_IUnknown);
+    const auto identity = query<IUnknown>(wrapper.get(), IID_IUnknown);
     EXPECT_EQ(query<IUnknown>(support.get(), IID_IUnknown).get(), identity.get());
-    EXPECT_EQ(query<IDispatch>(support.get(), IID_IDispatch).get(), face.get());
+    EXPECT_EQ(query<IDispatch>(support.get(), IID_IDispatch).get(), wrapper.get());
     ComPtr<IDispatch> collection;
     *collection.put() = exportObject(make<Collection>());
     EXPECT_FALSE(query<IUnknown>(collection.get(), IID_IConnectionPointContainer)) << "it raises no events";
 }
 
 TEST_F(Objects, RaiseEventsThroughTheirConnectionPoint) {
-    const auto container = query<IConnectionPointContainer>(face.get(), IID_IConnectionPointContainer);
+    const auto container = query<IConnectionPointContainer>(wrapper.get(), IID_IConnectionPointContainer);
     ASSERT_TRUE(container);
     ComPtr<IConnectionPoint> point;
     EXPECT_EQ(container->FindConnectionPoint(IID_IDispatch, point.put()), CONNECT_E_NOCONNECTION);
@@ -202,7 +202,7 @@ TEST_F(Objects, RaiseEventsThroughTheirConnectionPoint) {
     EXPECT_EQ(point->Advise(holder.get(), &cookies[1]), S_OK);
     EXPECT_EQ(point->Advise(nullptr, &cookies[1]), E_POINTER);
     deaf->answer = Boolean(false);
-    EXPECT_EQ(call(face.get(), L"Ask", {u"really"}).value, Variant(Boolean(true)));
+    EXPECT_EQ(call(wrapper.get(), L"Ask", {u"really"}).value, Variant(Boolean(true)));
     EXPECT_EQ(deaf->lastArguments.size(), 2u) << "a sink that fails does not keep the event from the next";
     EXPECT_EQ(foreign->lastArguments, (std::vector<Variant>{u"really", Boolean(false)}));
 
@@ -225,7 +225,7 @@ TEST_F(Objects, RaiseEventsThroughTheirConnectionPoint) {
     for (const DWORD cookie : cookies)
         EXPECT_EQ(point->Unadvise(cookie), S_OK);
     EXPECT_EQ(point->Unadvise(cookies[0]), CONNECT_E_NOCONNECTION);
-    EXPECT_EQ(call(face.get(), L"Ask", {u"really"}).value, Variant(Boolean(false))) << "nobody listens any more";
+    EXPECT_EQ(call(wrapper.get(), L"Ask", {u"really"}).value, Variant(Boolean(false))) << "nobody listens any more";
 }
 
 } // namespace

@@ -39,6 +39,15 @@ const ClassInfo& Probe::describe() {
             member::set<&P::setOwner>(17, u"Owner", {in(u"oOwner")}, u"The owner."),
             member::method<&P::fail>(18, u"Fail", {in(u"lNumber")}, u"Raises."),
             member::method<&P::ask>(19, u"Ask", {in(u"sText")}, u"Asks the listeners."),
+            member::method<&P::refill>(20, u"Refill", {out(u"asTexts"), inOut(u"lCount")}, u"Three texts."),
+            member::silent(member::method<&P::refillSilently>(21, u"RefillSilently",
+                                                              {out(u"asTexts"), inOut(u"lCount")}, u"Three texts.")),
+            member::reporting(member::method<&P::refillReporting>(
+                22, u"RefillReporting", {out(u"asTexts"), inOut(u"lCount")}, u"Three texts.")),
+            member::method<&P::keepAll>(
+                23, u"KeepAll",
+                {inOut(u"sText"), inOut(u"lNumber"), inOut(u"bFlag"), inOut(u"vValue"), inOut(u"oObject")},
+                u"Nothing."),
         },
         "f1c27983-ed9d-40ee-80a4-b662d4a706ba"_guid,
         {event::line<P::kAsked>(u"Asked", {in(u"sText"), inOut(u"bAnswer")}, u"Asked."),
@@ -59,6 +68,12 @@ void Probe::doubleAll(String& text, std::int32_t& number, Boolean& flag, Variant
 void Probe::reverse(StringArray texts) {
     if (!texts->hasBounds()) *texts = Array(VariantType::String, 1, std::vector<Variant>{Variant(u"end")});
     std::ranges::reverse(texts->items());
+}
+
+std::int32_t Probe::refill(StringArray texts, std::int32_t& count) {
+    *texts = Array(VariantType::String, 0, 3);
+    count = 3;
+    return count;
 }
 
 String Probe::join(StringView first, const Variant& second, Boolean third) {

@@ -43,6 +43,12 @@ public:
     ObjectRef owner() { return owner_; }
     void setOwner(const ObjectRef& owner) { owner_ = owner; }
     void fail(std::int32_t number) { throw Error(number); }
+    /// Makes three texts of any array and says so twice, in each of the styles.
+    std::int32_t refill(StringArray texts, std::int32_t& count);
+    std::int32_t refillSilently(StringArray texts, std::int32_t& count) { return refill(texts, count); }
+    std::int32_t refillReporting(StringArray texts, std::int32_t& count) { return refill(texts, count); }
+    /// Writes nothing.
+    void keepAll(String&, std::int32_t&, Boolean&, Variant&, ObjectRef&) {}
     /// Raises `Asked`; what the listeners made of the flag.
     Boolean ask(StringView text);
 
@@ -52,10 +58,15 @@ public:
     static constexpr Event<StringView> kNamed{2};
     static constexpr Event<> kEnded{3};
 
+    int reports = 0; ///< failures of members that report theirs
     Ref<Collection> items_ = make<Collection>();
 
 protected:
     void finalRelease() override { events_.raise(kEnded); }
+    bool reportFailure(const MemberInfo&, const Error&) override {
+        ++reports;
+        return true;
+    }
 
 private:
     EventSource events_{*this};

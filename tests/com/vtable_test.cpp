@@ -1,32 +1,11 @@
 #include "com/com_fixture.h"
 
-#include <cstring>
-
 namespace tarncom32::com::testing {
 
 namespace {
 
-/// Calls through the vtable of the dual interface as a compiled client does: by place and by its own declaration.
 class Vtable : public ComTest {
 protected:
-    template <class... A>
-    HRESULT callSlot(const wchar_t* name, MemberKind kind, A... arguments) {
-        const auto& members = Probe::describe().members;
-        for (std::size_t i = 0; i < members.size(); ++i) {
-            if (members[i].name != viewOf(name) || members[i].kind != kind) continue;
-            using Entry = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, A...);
-            Entry entry = nullptr;
-            void** vtable = *reinterpret_cast<void***>(face.get());
-            std::memcpy(&entry, &vtable[7 + i], sizeof entry);
-            return entry(face.get(), arguments...);
-        }
-        ADD_FAILURE() << "no such member";
-        return E_FAIL;
-    }
-    template <class... A>
-    HRESULT callMethod(const wchar_t* name, A... arguments) {
-        return callSlot(name, MemberKind::Method, arguments...);
-    }
     /// What a method of one argument makes of it; the result's variable holds what must not be read.
     template <class T>
     T echo(const wchar_t* name, T value) {
@@ -34,15 +13,6 @@ protected:
         std::memset(&result, 0x5A, sizeof result);
         EXPECT_EQ(callMethod(name, value, &result), S_OK) << toUtf8(viewOf(name));
         return result;
-    }
-
-    /// The thread's error information, taken.
-    static String lastError() {
-        ComPtr<IErrorInfo> info;
-        OwnedText text;
-        if (GetErrorInfo(0, info.put()) != S_OK) return u"none";
-        info->GetDescription(text.put());
-        return String(viewOfBstr(text.get()));
     }
 };
 
@@ -60,8 +30,8 @@ TEST_F(Vtable, CarriesEveryTypeByValueAndAsResult) {
     value.vt = VT_R8;
     value.dblVal = 2.5;
     EXPECT_EQ(fromVariant(echo(L"EchoVariant", value)), Variant(2.5));
-    EXPECT_EQ(echo(L"EchoProbe", face.get()), face.get());
-    face->Release();
+    EXPECT_EQ(echo(L"EchoProbe", wrapper.get()), wrapper.get());
+    wrapper->Release();
     EXPECT_EQ(echo(L"EchoObject", static_cast<IDispatch*>(nullptr)), nullptr);
 }
 
@@ -98,7 +68,8 @@ TEST_F(Vtable, AndLateBindingWriteEveryKindOfReferenceBack) {
                           start < 0 ? static_cast<HRESULT>(0x800A0006) : S_OK);
                 EXPECT_EQ(lastError(), start < 0 ? u"Overflow" : u"none");
             } else {
-                EXPECT_EQ(invoke(face.get(), 11, DISPATCH_METHOD, values).result, start < 0 ? DISP_E_EXCEPTION : S_OK);
+                EXPECT_EQ(invoke(wrapper.get(), 11, DISPATCH_METHOD, values).result,
+                          start < 0 ? DISP_E_EXCEPTION : S_OK);
             }
             EXPECT_EQ(fromVariant(values[4]), Variant(u"abab"));
             EXPECT_EQ(fromVariant(values[3]), Variant(static_cast<std::int32_t>(start * 2)));
@@ -119,7 +90,7 @@ TEST_F(Vtable, AndLateBindingFillArraysWhereTheyStand) {
     value.vt = VT_BYREF | VT_ARRAY | VT_BSTR;
     value.pparray = &array;
     const auto reverse = [&](bool early) {
-        return early ? callMethod(L"Reverse", &array) : invoke(face.get(), 12, DISPATCH_METHOD, {&value, 1}).result;
+        return early ? callMethod(L"Reverse", &array) : invoke(wrapper.get(), 12, DISPATCH_METHOD, {&value, 1}).result;
     };
     for (const bool early : {false, true}) {
         OwnedVariant texts;
@@ -177,7 +148,7 @@ TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
     EXPECT_EQ(callSlot(L"Name", MemberKind::Let, first.get()), S_OK);
     EXPECT_EQ(callSlot(L"Name", MemberKind::Get, result.put()), S_OK);
     EXPECT_EQ(viewOfBstr(result.get()), u"one");
-    EXPECT_EQ(callSlot(L"Owner", MemberKind::Set, face.get()), S_OK);
+    EXPECT_EQ(callSlot(L"Owner", MemberKind::Set, wrapper.get()), S_OK);
     EXPECT_EQ(probe->owner(), ObjectRef(probe));
     probe->setOwner({});
     ComPtr<IUnknown> walk;
@@ -189,10 +160,10 @@ TEST_F(Vtable, AndLateBindingKeepAnObjectThatItsCallerDropsDuringTheCall) {
     const std::size_t before = Object::liveCount();
     const OwnedText text(SysAllocString(L"really"));
     for (const bool early : {true, false}) {
-        IDispatch* called = face.get();
+        IDispatch* called = wrapper.get();
         probe->events()->advise([&](const EventInfo& event, std::span<Variant> arguments) {
             if (event.dispid != Probe::kAsked.dispid) return;
-            face = {};
+            wrapper = {};
             probe = {};
             EXPECT_EQ(Object::liveCount(), before);
             arguments[1] = Boolean(true);
@@ -201,7 +172,7 @@ TEST_F(Vtable, AndLateBindingKeepAnObjectThatItsCallerDropsDuringTheCall) {
         EXPECT_EQ(early ? callMethod(L"Ask", text.get(), &answer) : call(called, L"Ask", {u"really"}).result, S_OK);
         EXPECT_EQ(Object::liveCount(), before - 2) << "it and its collection went with the call";
         probe = make<Probe>();
-        *face.put() = exportObject(probe);
+        *wrapper.put() = exportObject(probe);
     }
 }
 

@@ -35,6 +35,22 @@ For Each item In c
 Next
 Check "For Each", joined, "1 2 "
 
+' What goes out of a collection may come to it while it ends.
+Class Ending
+    Private Sub Class_Terminate
+        c.Add "late", "late"
+    End Sub
+End Class
+c.Add New Ending, "ending", 1
+c.Remove 1
+Check "what an item adds at its end", c.Count & c(1) & c("late"), "31late"
+
+' An array of a fixed size stays as it is where a member says nothing of its failures.
+Dim fixed(6)
+fixed(0) = "kept"
+s.SplitStringAtDelimiters "a,b", ",", fixed, -1
+Check "an array of a fixed size", fixed(0) & UBound(fixed), "kept6"
+
 On Error Resume Next
 c.Add "3", "one"
 Check "the source of an error", Err.Source, "TarnCom32"
