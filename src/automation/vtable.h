@@ -26,7 +26,8 @@ inline constexpr Result kPointer = static_cast<Result>(0x80004003); ///< E_POINT
 using Text = char16_t*;  ///< a BSTR; null is the empty text
 using Interface = void*; ///< an interface pointer
 using ArrayPtr = void*;  ///< a SAFEARRAY*
-struct Value {           ///< a VARIANT
+/// A VARIANT, which the system's functions write and read under its own declaration.
+struct [[gnu::may_alias]] Value {
     std::uint16_t type = 0;
     std::uint16_t reserved[3]{};
     union {

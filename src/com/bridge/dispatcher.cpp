@@ -117,7 +117,7 @@ private:
     void take(std::size_t parameter, UINT place) {
         places_[parameter] = place;
         for (; count_ <= parameter; ++count_)
-            late_[count_] = LateArgument();
+            std::construct_at(&late_[count_]);
         try {
             late_[parameter] = argumentOf(parameter, caller_.rgvarg[place]);
         } catch (const Error& error) {
@@ -181,7 +181,9 @@ private:
     const MemberInfo& member_;
     const DISPPARAMS& caller_;
     Values values_;
-    std::array<LateArgument, kMostParameters> late_; ///< as many as `count_` says
+    union { // so that only those in use are made
+        std::array<LateArgument, kMostParameters> late_; ///< as many as `count_` says
+    };
     std::array<UINT, kMostParameters> places_;       ///< as many as there are parameters
     std::size_t count_ = 0;
 };

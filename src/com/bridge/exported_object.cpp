@@ -164,13 +164,11 @@ public:
         return reinterpret_cast<vtable::Text>(made);
     }
     void freeText(vtable::Text text) const noexcept override { SysFreeString(reinterpret_cast<BSTR>(text)); }
-    automation::Variant value(const vtable::Value& value) const override {
-        return fromVariant(reinterpret_cast<const VARIANT&>(value));
-    }
+    automation::Variant value(const vtable::Value& value) const override { return fromVariant(asVariant(value)); }
     void initialise(vtable::Value& target, automation::Variant&& value) const override {
-        toVariant(reinterpret_cast<VARIANT&>(target), std::move(value));
+        toVariant(asVariant(target), std::move(value));
     }
-    void clear(vtable::Value& value) const noexcept override { VariantClear(&reinterpret_cast<VARIANT&>(value)); }
+    void clear(vtable::Value& value) const noexcept override { VariantClear(&asVariant(value)); }
     ObjectRef object(vtable::Interface pointer) const override { return importObject(static_cast<IUnknown*>(pointer)); }
     vtable::Interface pointer(const ObjectRef& object) const override {
         IDispatch* exported = exportObject(object);
@@ -190,7 +188,7 @@ public:
         return exportEnumerator(std::move(items));
     }
     void prepare(vtable::Assignment& assignment, vtable::Value& target, automation::Variant&& value) const override {
-        prepareAssignment(assignment, reinterpret_cast<VARIANT&>(target), std::move(value));
+        prepareAssignment(assignment, asVariant(target), std::move(value));
     }
     void prepare(vtable::Assignment& assignment, vtable::ArrayPtr& target, automation::Array&& value) const override {
         prepareAssignment(assignment, reinterpret_cast<SAFEARRAY*&>(target), std::move(value));

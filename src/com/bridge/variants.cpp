@@ -275,10 +275,6 @@ void requireReplaceable(const SAFEARRAY* array) {
 
 using automation::vtable::Assignment;
 
-VARIANT& valueOf(Assignment& assignment) {
-    return reinterpret_cast<VARIANT&>(assignment.value);
-}
-
 /// Of a type that VARIANTs hold by value.
 std::size_t sizeOf(VARTYPE type) {
     switch (type) {
@@ -311,7 +307,7 @@ void prepareContents(Assignment& assignment, VARTYPE type, void* place, Variant&
     if ((type == VT_DISPATCH || type == VT_UNKNOWN) && valueAt<IUnknown*>(place) &&
         importObject(valueAt<IUnknown*>(place)) == automation::toObject(value))
         return;
-    VARIANT& fresh = valueOf(assignment);
+    VARIANT& fresh = asVariant(assignment.value);
     writeAt(type, contentsOf(fresh, type), std::move(value));
     fresh.vt = type;
     assignment.kind = type == VT_DECIMAL ? Assignment::Kind::Decimal : Assignment::Kind::Contents;
@@ -327,7 +323,7 @@ void prepareWhole(Assignment& assignment, VARIANT& target, Variant&& value) {
         return;
     }
     if (target.vt & VT_ARRAY) requireReplaceable(target.parray);
-    toVariant(valueOf(assignment), std::move(value));
+    toVariant(asVariant(assignment.value), std::move(value));
     assignment.kind = Assignment::Kind::Whole;
     assignment.place = &target;
 }
@@ -464,7 +460,7 @@ void prepareAssignment(Assignment& assignment, VARIANT& target, Variant&& value)
 }
 
 void prepareAssignment(Assignment& assignment, SAFEARRAY*& target, Array&& value) {
-    VARIANT& fresh = valueOf(assignment);
+    VARIANT& fresh = asVariant(assignment.value);
     if (hasShape(target, value)) {
         VARTYPE type = VT_EMPTY;
         check(SafeArrayGetVartype(target, &type));
@@ -486,7 +482,7 @@ void prepareAssignment(Assignment& assignment, SAFEARRAY*& target, Array&& value
 }
 
 void commit(Assignment& assignment) noexcept {
-    VARIANT& fresh = valueOf(assignment);
+    VARIANT& fresh = asVariant(assignment.value);
     const auto exchange = [](void* left, void* right, std::size_t size) {
         std::swap_ranges(static_cast<char*>(left), static_cast<char*>(left) + size, static_cast<char*>(right));
     };

@@ -7,6 +7,14 @@
 /// VARIANT and SAFEARRAY to and from the library's own values.
 namespace tarncom32::com {
 
+/// The system's view of a VARIANT, and the core's, which can be read as any type.
+inline VARIANT& asVariant(automation::vtable::Value& value) noexcept {
+    return reinterpret_cast<VARIANT&>(value);
+}
+inline const VARIANT& asVariant(const automation::vtable::Value& value) noexcept {
+    return reinterpret_cast<const VARIANT&>(value);
+}
+
 /// How deep arrays may be nested in each other.
 inline constexpr int kDeepestNesting = 64;
 
