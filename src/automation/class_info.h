@@ -81,7 +81,7 @@ struct MemberInfo {
     Type result{};
     std::vector<ParameterInfo> parameters{}; ///< the value that a let or set assigns is the last of them
     Invoker invoke = nullptr;
-    /// Set for the member behind DISPID_NEWENUM: starts a walk over the object's items.
+    /// Set for the member behind DISPID_NEWENUM: gives an enumerator of the object's items.
     std::unique_ptr<Enumerator> (*enumerate)(Object& self) = nullptr;
     /// The entry of the member in the dual interface's vtable; null where there is no COM.
     const void* vtableEntry = nullptr;

@@ -23,7 +23,7 @@ public:
     /// Takes the item out; raises as `item` does.
     void remove(const Variant& vIndex);
     std::int32_t count();
-    /// A walk over the items; it sees items that are added behind its place while it goes.
+    /// An enumerator of the items; it sees items that are added behind its place meanwhile.
     std::unique_ptr<Enumerator> newEnum();
 
     std::size_t size() const { return entries_.size(); }
@@ -48,7 +48,7 @@ private:
     mutable std::unordered_map<String, std::size_t> places_;
 };
 
-/// Walks a list by position: `List` offers size() and operator[] and is kept alive by the walk.
+/// Enumerates a list by position: `List` offers size() and operator[], and is kept alive.
 template <class List>
 class ListEnumerator final : public Enumerator {
 public:
@@ -68,8 +68,8 @@ private:
 /// Calls `visit(item)` for each item of `collection`, in order.
 template <class F>
 void forEach(Object& collection, F&& visit) {
-    const std::unique_ptr<Enumerator> walk = collection.enumerate();
-    for (Variant item; walk->next(item);)
+    const std::unique_ptr<Enumerator> items = collection.enumerate();
+    for (Variant item; items->next(item);)
         visit(item);
 }
 

@@ -30,13 +30,13 @@ enum class Access : std::uint8_t {
     MethodOrGet, ///< what `object.Name(...)` in an expression means: a method, else a property
 };
 
-/// Walks the items of a collection, one time, from the first to the last.
+/// Gives the items of a collection, one time, from the first to the last.
 class Enumerator {
 public:
     virtual ~Enumerator() = default;
     /// Puts the next item into `item`; false, leaving it, when there is none.
     virtual bool next(Variant& item) = 0;
-    /// A walk of its own that stands where this one stands.
+    /// Another one that stands where this one stands.
     virtual std::unique_ptr<Enumerator> clone() const = 0;
 };
 
@@ -79,7 +79,7 @@ public:
     /// Whether the object answers to `name`, whatever the kind of member.
     virtual bool hasMember(const MemberName& name) = 0;
 
-    /// A walk over the object's items. Raises 451 when the object is no collection.
+    /// An enumerator of the object's items. Raises 451 when the object is no collection.
     virtual std::unique_ptr<Enumerator> enumerate();
 
     /// The object's description; null for a foreign object.

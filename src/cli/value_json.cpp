@@ -74,14 +74,14 @@ Json objectToJson(const ObjectRef& object, const Around* around) {
     const String className = object->typeName();
     const Around here{object.get(), around, around ? around->depth + 1 : 1};
     if (here.depth > kDeepest || Around::holds(around, object.get())) return jsonText(className);
-    std::unique_ptr<automation::Enumerator> walk;
+    std::unique_ptr<automation::Enumerator> items;
     try {
-        walk = object->enumerate();
+        items = object->enumerate();
     } catch (const automation::Error&) {
         return jsonText(className); // no collection
     }
     Json list = Json::array();
-    for (Variant item; walk->next(item);)
+    for (Variant item; items->next(item);)
         list.push_back(toJson(item, &here));
     return list;
 }

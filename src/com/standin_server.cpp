@@ -6,7 +6,6 @@
 #include "standin/published_library.h"
 
 #include <memory>
-#include <new>
 
 namespace tarncom32::com {
 
@@ -42,10 +41,9 @@ fs::path locate(automation::StringView fileName) {
 /// A new application, which others can attach to until it quits.
 automation::ObjectRef start() {
     const auto application = standin::startApplication({.locate = &locate});
-    ComPtr<IDispatch> face;
-    *face.put() = exportObject(application);
-    if (!face) throw std::bad_alloc();
-    const auto entry = std::make_shared<ActiveEntry>(face.get(), toGuid(standin::Application::describe().clsid));
+    ComPtr<IDispatch> exported;
+    *exported.put() = exportObject(application);
+    const auto entry = std::make_shared<ActiveEntry>(exported.get(), toGuid(standin::Application::describe().clsid));
     application->onQuit = [entry] { entry->remove(); };
     return application;
 }

@@ -34,7 +34,7 @@ public:
     /// How many entries there are, named or not.
     std::int32_t count() { return entries_->count(); }
 
-    /// A walk over the entries in the order of their creation.
+    /// An enumerator of the entries in the order of their creation.
     std::unique_ptr<automation::Enumerator> newEnum() { return entries_->newEnum(); }
 
     /// Takes every entry out, each as `RemoveItem` does it. The registry keeps its values.

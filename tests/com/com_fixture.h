@@ -30,7 +30,7 @@ inline DISPID idOf(IDispatch* object, const wchar_t* name) {
     return id;
 }
 
-/// Calls with raw arguments, which stand in the order of the wire: last one first.
+/// Calls with raw arguments, which stand in the order of DISPPARAMS: last one first.
 inline Outcome invoke(IDispatch* object, DISPID id, WORD flags, std::span<VARIANT> arguments,
                       std::vector<DISPID> named = {}) {
     DISPPARAMS parameters{arguments.data(), named.data(), static_cast<UINT>(arguments.size()),
@@ -53,12 +53,12 @@ inline Outcome invoke(IDispatch* object, DISPID id, WORD flags, std::span<VARIAN
 /// Calls with values in their published order.
 inline Outcome call(IDispatch* object, const wchar_t* name, std::vector<Variant> values = {},
                     WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET) {
-    std::vector<OwnedVariant> wire(values.size());
+    std::vector<OwnedVariant> held(values.size());
     std::vector<VARIANT> passed(values.size());
     for (std::size_t i = 0; i < values.size(); ++i) {
         const std::size_t place = values.size() - 1 - i;
-        toVariant(wire[place], std::move(values[i]));
-        passed[place] = wire[place];
+        toVariant(held[place], std::move(values[i]));
+        passed[place] = held[place];
     }
     std::vector<DISPID> named;
     if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) named.push_back(DISPID_PROPERTYPUT);

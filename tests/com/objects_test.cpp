@@ -174,7 +174,7 @@ TEST_F(Objects, HaveTheInterfacesTheyShouldAndNoOthers) {
          {__uuidof(IDispatchEx), toGuid("cb5bdc81-93c1-11cf-8f20-00805f2cd064"_guid /* IObjectSafety */),
           IID_IObjectWithSite, IID_IPersist, IID_IMarshal})
         EXPECT_FALSE(query<IUnknown>(wrapper.get(), iid));
-    // Every interface is a face of one object.
+    // Every interface belongs to one object.
     const auto identity = query<IUnknown>(wrapper.get(), IID_IUnknown);
     EXPECT_EQ(query<IUnknown>(support.get(), IID_IUnknown).get(), identity.get());
     EXPECT_EQ(query<IDispatch>(support.get(), IID_IDispatch).get(), wrapper.get());

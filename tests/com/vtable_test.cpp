@@ -151,9 +151,9 @@ TEST_F(Vtable, AppliesDefaultsAndServesProperties) {
     EXPECT_EQ(callSlot(L"Owner", MemberKind::Set, wrapper.get()), S_OK);
     EXPECT_EQ(probe->owner(), ObjectRef(probe));
     probe->setOwner({});
-    ComPtr<IUnknown> walk;
-    EXPECT_EQ(callSlot(L"_NewEnum", MemberKind::Get, walk.put()), S_OK);
-    EXPECT_TRUE(query<IEnumVARIANT>(walk.get(), IID_IEnumVARIANT));
+    ComPtr<IUnknown> items;
+    EXPECT_EQ(callSlot(L"_NewEnum", MemberKind::Get, items.put()), S_OK);
+    EXPECT_TRUE(query<IEnumVARIANT>(items.get(), IID_IEnumVARIANT));
 }
 
 TEST_F(Vtable, AndLateBindingKeepAnObjectThatItsCallerDropsDuringTheCall) {

@@ -54,7 +54,7 @@ private:
     std::unordered_multimap<std::uint32_t, KnownName> names_; ///< by hash
 };
 
-/// The object behind an interface pointer from outside: one of our own when it is the face of one, Nothing for null.
+/// The object behind an interface pointer from outside: one of our own when it is the wrapper of one, Nothing for null.
 automation::ObjectRef importObject(IUnknown* pointer);
 
 } // namespace tarncom32::com

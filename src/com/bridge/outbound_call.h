@@ -9,7 +9,7 @@
 
 namespace tarncom32::com {
 
-/// Arguments on their way to an object from outside, member or event: VARIANTs in the order of the wire, the last one
+/// Arguments on their way to an object from outside, member or event: VARIANTs in the order of DISPPARAMS, the last one
 /// first, and what comes back in those by reference.
 class OutboundCall {
 public:

@@ -113,7 +113,7 @@ Variant Reader::readAt(VARTYPE type, const void* place) const {
     }
 }
 
-/// The automation type of an element of this wire type.
+/// The automation type of an element of a SAFEARRAY.
 VariantType elementTypeOf(VARTYPE type) {
     switch (type) {
     case VT_INT:

@@ -10,7 +10,7 @@ namespace tarncom32::standin {
 
 namespace {
 
-// Add-ins walk groups by recursion, as the library does, on stacks of as little as 1 MB.
+// Add-ins walk groups by recursion, on stacks of as little as 1 MB.
 constexpr std::size_t kMostGroups = 500;
 
 /// Whether a shape of that height can be in `parent` (null: at the top level).
