@@ -132,7 +132,7 @@ private:
     }
 
     void writeSource(const ClassInfo& info) {
-        out_ << "\n[" << uuid(info.sourceIid) << ", nonextensible, hidden, helpstring("
+        out_ << "\n[" << uuid(info.sourceIid) << ", hidden, helpstring("
              << quoted(u"Events of " + automation::String(info.name) + u".") << ")]\ndispinterface __"
              << toUtf8(info.name) << "\n{\nproperties:\nmethods:\n";
         for (const automation::EventInfo& event : info.events) {
@@ -172,6 +172,7 @@ private:
     std::string elementName(const Type& type) const {
         if (type.type == VariantType::Object && isPublished(type.name)) return "_" + toUtf8(type.name) + "*";
         if (type.type == VariantType::Long && !type.name.empty()) return toUtf8(type.name);
+        if (type.type == VariantType::Record) return recordName(type.name);
         switch (type.type) {
         case VariantType::Byte:
             return "unsigned char";
@@ -200,6 +201,13 @@ private:
         default:
             throw std::logic_error("a member's type has no place in a type library");
         }
+    }
+
+    std::string recordName(StringView name) const {
+        if (std::ranges::find(library_.records, name, &frame::RecordInfo::name) == library_.records.end())
+            throw std::logic_error("the record " + toUtf8(name) + " is not among those that " + toUtf8(library_.name) +
+                                   " publishes; add it to the library's records");
+        return toUtf8(name);
     }
 
     bool isPublished(StringView name) const {

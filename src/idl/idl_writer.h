@@ -8,8 +8,9 @@
 namespace tarncom32::idl {
 
 /// Writes the whole library, version 1.0. Interfaces are `_Class`, source interfaces `__Class`; objects of classes
-/// that the library does not publish are plain IDispatch. Throws `std::logic_error` for a default that the IDL compiler
-/// cannot write: it knows none for numbers with a fraction, currencies and dates.
+/// that the library does not publish are plain IDispatch. Throws `std::logic_error` for a record that the
+/// library does not publish, and for a default that the IDL compiler cannot write: it knows none for numbers with a
+/// fraction, currencies and dates.
 void write(std::ostream& out, const frame::PublishedLibrary& library);
 
 } // namespace tarncom32::idl

@@ -5,7 +5,7 @@
 #include "com/bridge/failure.h"
 #include "com/bridge/unknown.h"
 #include "com/bridge/variants.h"
-#include "com/probe.h"
+#include "probe/probe.h"
 #include "support/error_of.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "com/server/registration.h"
 
 #include "com/bridge/failure.h"
-#include "com/probe.h"
 #include "com/registry_root.h"
+#include "probe/probe.h"
 
 #include <gtest/gtest.h>
 

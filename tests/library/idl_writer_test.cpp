@@ -11,19 +11,20 @@ namespace {
 
 using namespace automation;
 
-/// A member with a parameter of each type that may be left out.
-class Optional : public Object {
+/// Members with a parameter each.
+class Taker : public Object {
 public:
     void text(StringView) {}
     void number(std::int32_t) {}
     void flag(Boolean) {}
     void value(const Variant&) {}
     void fraction(double) {}
+    void record(frame::PushParamThunk&) {}
 };
 
-std::string described(MemberInfo member) {
-    const ClassInfo info(u"Optional", u"", {}, {}, {std::move(member)});
-    frame::PublishedLibrary library{u"Test", u"", {}};
+std::string described(MemberInfo member, std::span<const RecordInfo> records = {}) {
+    const ClassInfo info(u"Taker", u"", {}, {}, {std::move(member)});
+    frame::PublishedLibrary library{u"Test", u"", {}, {}, records};
     library.classes.push_back({&info});
     std::ostringstream out;
     write(out, library);
@@ -37,13 +38,19 @@ MemberInfo line(const Variant& defaultValue) {
 
 TEST(IdlWriter, WritesTheDefaultsThatTheCompilerKnowsAndRefusesTheOthers) {
     using testing::HasSubstr;
-    EXPECT_THAT(described(line<&Optional::text>(u"a\"b")), HasSubstr("defaultvalue(\"a\\\"b\")] BSTR x"));
-    EXPECT_THAT(described(line<&Optional::number>(-5)), HasSubstr("defaultvalue(-5)] long x"));
-    EXPECT_THAT(described(line<&Optional::flag>(Boolean(true))), HasSubstr("defaultvalue(-1)] VARIANT_BOOL x"));
-    EXPECT_THAT(described(line<&Optional::number>(kMissing)), HasSubstr("defaultvalue(0)] long x"));
-    EXPECT_THAT(described(line<&Optional::value>(kMissing)), HasSubstr("[in, optional] VARIANT x"));
-    EXPECT_THROW(described(line<&Optional::fraction>(0.1)), std::logic_error) << "digits would be lost";
-    EXPECT_THROW(described(line<&Optional::value>(0.1)), std::logic_error);
+    EXPECT_THAT(described(line<&Taker::text>(u"a\"b")), HasSubstr("defaultvalue(\"a\\\"b\")] BSTR x"));
+    EXPECT_THAT(described(line<&Taker::number>(-5)), HasSubstr("defaultvalue(-5)] long x"));
+    EXPECT_THAT(described(line<&Taker::flag>(Boolean(true))), HasSubstr("defaultvalue(-1)] VARIANT_BOOL x"));
+    EXPECT_THAT(described(line<&Taker::number>(kMissing)), HasSubstr("defaultvalue(0)] long x"));
+    EXPECT_THAT(described(line<&Taker::value>(kMissing)), HasSubstr("[in, optional] VARIANT x"));
+    EXPECT_THROW(described(line<&Taker::fraction>(0.1)), std::logic_error) << "digits would be lost";
+    EXPECT_THROW(described(line<&Taker::value>(0.1)), std::logic_error);
+}
+
+TEST(IdlWriter, WritesRecordsThatTheLibraryPublishesAndRefusesTheOthers) {
+    const auto member = [] { return member::method<&Taker::record>(1, u"Member", {out(u"x")}, u""); };
+    EXPECT_THAT(described(member(), frame::records()), testing::HasSubstr("[in, out] PushParamThunk* x"));
+    EXPECT_THROW(described(member()), std::logic_error);
 }
 
 } // namespace

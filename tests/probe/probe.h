@@ -3,6 +3,7 @@
 #include "automation/collection.h"
 #include "automation/events.h"
 #include "frame/enumerations.h"
+#include "frame/records.h"
 
 namespace tarncom32::com::testing {
 
@@ -51,6 +52,8 @@ public:
     void keepAll(String&, std::int32_t&, Boolean&, Variant&, ObjectRef&) {}
     /// Raises `Asked`; what the listeners made of the flag.
     Boolean ask(StringView text);
+    /// Adds to each word of the record, to the first `first`, to the next one more, and so on.
+    void fillThunk(std::int32_t first, frame::PushParamThunk& thunk);
 
     EventSource* events() override { return &events_; }
 

@@ -1,4 +1,4 @@
-#include "com/probe.h"
+#include "probe/probe.h"
 
 #include <algorithm>
 
@@ -48,6 +48,7 @@ const ClassInfo& Probe::describe() {
                 23, u"KeepAll",
                 {inOut(u"sText"), inOut(u"lNumber"), inOut(u"bFlag"), inOut(u"vValue"), inOut(u"oObject")},
                 u"Nothing."),
+            member::method<&P::fillThunk>(24, u"FillThunk", {in(u"lFirst"), inOut(u"tThunk")}, u"Fills a record."),
         },
         "f1c27983-ed9d-40ee-80a4-b662d4a706ba"_guid,
         {event::line<P::kAsked>(u"Asked", {in(u"sText"), inOut(u"bAnswer")}, u"Asked."),
@@ -86,6 +87,13 @@ Boolean Probe::ask(StringView text) {
     Boolean answer = false;
     events_.raise(kAsked, text, answer);
     return answer;
+}
+
+void Probe::fillThunk(std::int32_t first, frame::PushParamThunk& thunk) {
+    auto number = static_cast<std::uint32_t>(first);
+    thunk.pfn += number;
+    for (std::uint32_t& word : thunk.code.thunk)
+        word += ++number;
 }
 
 } // namespace tarncom32::com::testing
