@@ -17,7 +17,7 @@ def main():
         members |= {name for name, parameters in lines if not record.search(parameters)}
     missing = sorted(
         name
-        for name in members - {"NewEnum"}
+        for name in members - {"NewEnum", "_NewEnum"}
         if not re.search(r"\." + name.lower() + r"\b", scripts)
     )
     print(f"{len(members)} members, without a script: {', '.join(missing) or 'none'}")
