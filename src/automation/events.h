@@ -114,8 +114,9 @@ private:
 
     template <class P>
     static void giveBack([[maybe_unused]] Variant& value, [[maybe_unused]] std::type_identity_t<P>& argument) {
-        using T = std::remove_reference_t<P>;
-        if constexpr (std::is_lvalue_reference_v<P> && !std::is_const_v<T>) argument = detail::fromVariant<T>(value);
+        using Declared = std::remove_reference_t<P>;
+        if constexpr (std::is_lvalue_reference_v<P> && !std::is_const_v<Declared>)
+            argument = detail::fromVariant<Declared>(value);
     }
 
     Object& owner_;
