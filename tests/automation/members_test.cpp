@@ -28,7 +28,6 @@ public:
     void swap(ObjectRef& oLeft, ObjectRef& oRight) { std::swap(oLeft, oRight); }
     double number() { return number_; }
     void setNumber(double fValue) { number_ = fValue; }
-    ObjectRef self() { return ObjectRef(this); }
 
 private:
     double number_ = 0;
@@ -54,7 +53,6 @@ const ClassInfo& Probe::describe() {
             member::method<&Probe::last>(5, u"Last", {inOut(u"avItems")}, u""),
             member::method<&Probe::typeOf>(6, u"TypeOf", {optional(in(u"vValue"))}, u""),
             member::method<&Probe::swap>(7, u"Swap", {inOut(u"oLeft"), optional(inOut(u"oRight"))}, u""),
-            member::get<&Probe::self>(8, u"Self", {}, u""),
         });
     return info;
 }
@@ -68,73 +66,40 @@ TEST(Members, ArgumentsConvertAsAutomationConverts) {
     EXPECT_EQ(probe->call(u"JOIN", std::int16_t{1}, 2.5), Variant(u"12.5"));
     EXPECT_EQ(probe->call(u"Join", u"a"), Variant(u"a!"));
     EXPECT_EQ(probe->call(u"join", u"a", kMissing), Variant(u"a!"));
-    EXPECT_EQ(probe->call(u"TypeOf"), Variant(std::int32_t{10}));
-    EXPECT_EQ(probe->call(u"TypeOf", Date{1}), Variant(std::int32_t{7}));
+    EXPECT_EQ(probe->call(u"TypeOf"), Variant(10));
+    EXPECT_EQ(probe->call(u"TypeOf", Date{1}), Variant(7));
 }
 
 TEST(Members, AFlagKeepsTheBitsOfAWholeNumber) {
-    const std::pair<Variant, std::int16_t> cases[] = {
-        {true, -1},
-        {u"True", -1},
-        {std::int32_t{-1}, -1},
-        {-1.0, -1},
-        {u"-1", -1},
-        {Currency{-10000}, -1},
-        {std::int16_t{1}, 1},
-        {std::int32_t{2}, 2},
-        {u"1", 1},
-        {1.0, 1},
-        {Currency{10000}, 1},
-        {std::uint8_t{255}, 255},
-        {-32768.0, -32768},
-        {std::int32_t{65535}, 1},
-        {std::int32_t{65536}, 1},
-        {0.5, 1},
-        {-1.5, 1},
-        {u"0", 0},
-        {Variant(), 0},
-        {0.0, 0},
-    };
+    using Case = std::pair<Variant, std::int16_t>;
     const auto probe = make<Probe>();
-    for (const auto& [value, expected] : cases)
+    for (const auto& [value, expected] :
+         tests::table(Case(true, -1), Case(u"True", -1), Case(-1, -1), Case(-1.0, -1), Case(u"-1", -1),
+                      Case(Currency{-10000}, -1), Case(std::int16_t{1}, 1), Case(2, 2), Case(u"1", 1), Case(1.0, 1),
+                      Case(Currency{10000}, 1), Case(std::uint8_t{255}, 255), Case(-32768.0, -32768), Case(65535, 1),
+                      Case(65536, 1), Case(0.5, 1), Case(-1.5, 1), Case(u"0", 0), Case({}, 0), Case(0.0, 0)))
         EXPECT_EQ(probe->call(u"Bits", value), Variant(expected));
 }
 
-TEST(Members, WhatWasAssignedBeforeAFailureReachesTheCaller) {
+TEST(Members, WhatWasAssignedReachesTheCaller) {
     const auto probe = make<Probe>();
-    Variant arguments[] = {u"a", std::int16_t{2}};
-    probe->invoke(u"Append", Access::Method, arguments);
-    EXPECT_EQ(arguments[0], Variant(u"a++"));
-
-    Variant failing[] = {u"kept", std::int16_t{-1}};
-    EXPECT_THROW(probe->invoke(u"Append", Access::Method, failing), Error);
-    EXPECT_EQ(failing[0], Variant(u"kept"));
-
-    Variant unconvertible[] = {u"kept", u"many"};
-    EXPECT_THROW(probe->invoke(u"Append", Access::Method, unconvertible), Error);
-    EXPECT_EQ(unconvertible[0], Variant(u"kept"));
-}
-
-TEST(Members, ArraysAreTheCallersOwn) {
-    const auto probe = make<Probe>();
-    Variant target[] = {Variant()};
-    probe->invoke(u"Fill", Access::Method, target);
-    ASSERT_TRUE(target[0].isArray());
-    EXPECT_EQ(target[0].as<Array>()->upperBound(), 4);
-
-    EXPECT_EQ(probe->call(u"Last", Array(VariantType::Long, 5, 3)), Variant(std::int32_t{7}));
-    EXPECT_EQ(numberOfFailure(*probe, u"Last", Access::Method, {Array(VariantType::Long)}), 9);
-    EXPECT_EQ(numberOfFailure(*probe, u"Last", Access::Method, {u"no array"}), 13);
-}
-
-TEST(Members, ObjectsByReferenceMayBeEmptyOrLeftOut) {
-    const auto probe = make<Probe>();
-    Variant both[] = {probe, Variant()};
-    probe->invoke(u"Swap", Access::Method, both);
-    EXPECT_EQ(both[0], Variant(ObjectRef()));
-    EXPECT_EQ(both[1], Variant(probe));
+    const std::tuple<Variant, std::int32_t, StringView> cases[] = {
+        {2, 0, u"a++"}, {-1, 5, u"a"}, {u"many", 13, u"a"}, {3e9, 6, u"a"}};
+    for (const auto& [times, error, text] : cases) {
+        Variant arguments[] = {u"a", times};
+        EXPECT_EQ(errorOf([&] { probe->invoke(u"Append", Access::Method, arguments); }), error);
+        EXPECT_EQ(arguments[0], Variant(text));
+    }
+    Variant objects[] = {probe, Variant()};
+    probe->invoke(u"Swap", Access::Method, objects);
+    EXPECT_EQ(objects[0], Variant(ObjectRef()));
+    EXPECT_EQ(objects[1], Variant(probe));
     EXPECT_EQ(probe->call(u"Swap", probe), Variant());
-    EXPECT_EQ(numberOfFailure(*probe, u"Swap", Access::Method, {std::int16_t{1}}), 13);
+    Variant array[] = {Variant()};
+    probe->invoke(u"Fill", Access::Method, array);
+    ASSERT_TRUE(array[0].isArray());
+    EXPECT_EQ(array[0].as<Array>()->upperBound(), 4);
+    EXPECT_EQ(probe->call(u"Last", Array(VariantType::Long, 5, 3)), Variant(7));
 }
 
 TEST(Members, FailuresOfTheCallItself) {
@@ -145,20 +110,21 @@ TEST(Members, FailuresOfTheCallItself) {
         {u"Join", Access::Method, {}, 449},
         {u"Join", Access::Method, {kMissing}, 449},
         {u"Join", Access::Method, {u"a", u"b", u"c"}, 450},
-        {u"Bits", Access::Method, {u"neither"}, 13},
-        {u"Append", Access::Method, {u"a", 3e9}, 6},
         {u"Join", Access::Method, {Null{}}, 94},
+        {u"Bits", Access::Method, {u"neither"}, 13},
+        {u"Last", Access::Method, {Array(VariantType::Long)}, 9},
+        {u"Last", Access::Method, {u"no array"}, 13},
+        {u"Swap", Access::Method, {std::int16_t{1}}, 13},
     };
     for (const auto& [name, access, arguments, number] : cases)
         EXPECT_EQ(numberOfFailure(*probe, MemberName(name), access, arguments), number) << toUtf8(name);
+    EXPECT_THROW(probe->enumerate(), Error);
 }
 
 TEST(Members, TheEmptyNameIsTheDefaultMember) {
     const auto probe = make<Probe>();
     probe->put(u"Number", u"4.5");
     EXPECT_EQ(probe->get(u""), Variant(4.5));
-    EXPECT_EQ(toDouble(Variant(probe)), 4.5);
-    EXPECT_THROW(probe->enumerate(), Error);
 }
 
 TEST(Members, ATableThatContradictsItsClassIsRefused) {
@@ -172,15 +138,15 @@ TEST(Collection, KeepsOrderAndFindsKeysWithoutRegardToCase) {
     list->call(u"Add", u"three");
     list->call(u"Add", u"two", u"\u00E9t\u00E9", std::int16_t{2});
     list->call(u"Add", u"zero", kMissing, u"FIRST");
-    const Variant expected[] = {u"zero", u"one", u"two", u"three"};
-    std::size_t at = 0;
-    forEach(*list, [&](const Variant& item) { EXPECT_EQ(item, expected[at++]); });
-    EXPECT_EQ(at, 4u);
+    list->call(u"Add", u"half", kMissing, kMissing, 1);
+    String items;
+    forEach(*list, [&](const Variant& item) { items += toText(item) + u" "; });
+    EXPECT_EQ(items, u"zero half one two three ");
     EXPECT_EQ(list->call(u"Item", u"\u00C9T\u00C9"), Variant(u"two"));
     EXPECT_EQ(list->get(u"", u"first"), Variant(u"one"));
     list->call(u"Remove", u"first");
     EXPECT_EQ(list->call(u"Item", u"\u00E9t\u00E9"), Variant(u"two"));
-    EXPECT_EQ(list->call(u"Count"), Variant(std::int32_t{3}));
+    EXPECT_EQ(list->call(u"Count"), Variant(4));
     list->call(u"Add", u"again", u"first");
 }
 
@@ -189,8 +155,9 @@ TEST(Collection, Refuses) {
     list->add(u"item", u"key");
     using Case = std::tuple<StringView, std::vector<Variant>, std::int32_t>;
     const auto cases = tests::table(
-        Case(u"Add", {u"x", u"KEY"}, 457), Case(u"Add", {u"x", u""}, 5), Case(u"Add", {u"x", std::int16_t{1}}, 13),
-        Case(u"Add", {u"x", u"new", u"nobody"}, 5), Case(u"Add", {u"x", u"new", std::int16_t{2}}, 5),
+        Case(u"Add", {u"x", u"KEY"}, 457), Case(u"Add", {u"x", ErrorValue{5}}, 13), Case(u"Add", {u"x", u""}, 5),
+        Case(u"Add", {u"x", std::int16_t{1}}, 13), Case(u"Add", {u"x", u"new", u"nobody"}, 5),
+        Case(u"Add", {u"x", u"new", std::int16_t{2}}, 5),
         Case(u"Add", {u"x", u"new", std::int16_t{1}, std::int16_t{1}}, 5), Case(u"Item", {u"absent"}, 5),
         Case(u"Item", {std::int16_t{0}}, 9), Case(u"Item", {std::int16_t{2}}, 9), Case(u"Remove", {u""}, 5));
     for (const auto& [name, arguments, number] : cases)

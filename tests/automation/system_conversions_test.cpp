@@ -2,6 +2,7 @@
 #include "automation/convert.h"
 #include "automation/locale.h"
 #include "platform/windows/user_locale.h"
+#include "support/table.h"
 #include "values.h"
 
 #include <gtest/gtest.h>
@@ -72,29 +73,12 @@ TEST(SystemConversions, ReadTextsAlike) {
         StringView text;
         bool numbersDifferInWine = false, datesDifferInWine = false;
     };
-    const Row rows[] = {{u""},
-                        {u" 12 "},
-                        {u"1.5"},
-                        {u"1,5"},
-                        {u"1.234,5", true},
-                        {u"1,234.5", true},
-                        {u"-3"},
-                        {u"(3)"},
-                        {u"1E3"},
-                        {u"2.5"},
-                        {u"3000000000"},
-                        {u"&HFF"},
-                        {u"abc"},
-                        {u"True"},
-                        {u"false"},
-                        {u"1/2/2000"},
-                        {u"31/12/1999"},
-                        {u"2000-01-02"},
-                        {u"1.2.2000", false, true},
-                        {u"5 january 2000", false, true},
-                        {u"Jan 5, 2000", false, true},
-                        {u"13:30"},
-                        {u"1/2/2000 18:30:15"}};
+    const auto rows =
+        tests::table(Row{u""}, Row{u" 12 "}, Row{u"1.5"}, Row{u"1,5"}, Row{u"1.234,5", true}, Row{u"1,234.5", true},
+                     Row{u"-3"}, Row{u"(3)"}, Row{u"1E3"}, Row{u"2.5"}, Row{u"3000000000"}, Row{u"&HFF"}, Row{u"abc"},
+                     Row{u"True"}, Row{u"false"}, Row{u"1/2/2000"}, Row{u"31/12/1999"}, Row{u"2000-01-02"},
+                     Row{u"1.2.2000", false, true}, Row{u"5 january 2000", false, true},
+                     Row{u"Jan 5, 2000", false, true}, Row{u"13:30"}, Row{u"1/2/2000 18:30:15"});
     for (const LCID id : kLocales) {
         const Locale rules = platform::windows::localeOf(id);
         const LocaleScope scope(rules);

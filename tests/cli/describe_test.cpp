@@ -50,15 +50,16 @@ TEST(Describe, GivesAMemberToPrograms) {
 
 TEST(Describe, CoversEveryMemberOfEveryBuiltClass) {
     for (const frame::PublishedClass& published : library::publishedLibrary().classes) {
-        const automation::ClassInfo& info = *published.info;
-        const json described_ = described(toUtf8(info.name));
-        const std::string text = runTarn({"describe", toUtf8(info.name)}).out;
-        ASSERT_EQ(described_["members"].size(), info.members.size());
-        for (std::size_t i = 0; i < info.members.size(); ++i) {
-            EXPECT_EQ(described_["members"][i]["parameters"].size(), info.members[i].parameters.size());
-            const bool shown = text.find(' ' + toUtf8(info.members[i].name)) != std::string::npos;
-            EXPECT_EQ(shown, info.members[i].visibility == automation::Visibility::Normal)
-                << toUtf8(info.members[i].name) << '\n'
+        const std::string name = toUtf8(published.info->name);
+        const json members = described(name)["members"];
+        const std::string text = runTarn({"describe", name}).out;
+        ASSERT_EQ(members.size(), published.info->members.size());
+        for (std::size_t i = 0; i < members.size(); ++i) {
+            const automation::MemberInfo& member = published.info->members[i];
+            EXPECT_EQ(members[i]["parameters"].size(), member.parameters.size());
+            EXPECT_EQ(text.find(' ' + toUtf8(member.name)) != std::string::npos,
+                      member.visibility == automation::Visibility::Normal)
+                << toUtf8(member.name) << '\n'
                 << text;
         }
     }

@@ -1,13 +1,11 @@
 #include "cli/run_tarn.h"
 #include "support/source_folder.h"
+#include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace tarncom32::tests {
 namespace {
@@ -47,18 +45,12 @@ Depth  Name           Universal name
 }
 
 TEST(Session, TellsTheUserOfAnUnfitVersion) {
-    const struct {
-        const char* wanted;
-        const char* message;
-    } cases[] = {{"1.3", "newer than 1.3."}, {"10", "older than 10."}};
-    for (const auto& line : cases) {
-        const Outcome run = session({"--wanted-version", line.wanted, "--application", "OfficeNetwork"});
-        EXPECT_EQ(run.err, std::string("[OfficeNetwork] The document's version 1.4 is ") + line.message + '\n');
-        EXPECT_NE(run.out.find(std::string("\nVersion: 1.4, wanted ") + line.wanted + ": does not suit\n"),
-                  std::string::npos)
-            << run.out;
-        const json programs = json::parse(session({"--json", "--wanted-version", line.wanted}).out);
-        EXPECT_EQ(programs["version"], (json{{"document", "1.4"}, {"wanted", line.wanted}, {"suits", false}}));
+    for (const auto& [wanted, message] : {std::pair("1.3", "newer than 1.3."), std::pair("10", "older than 10.")}) {
+        const Outcome run = session({"--wanted-version", wanted, "--application", "OfficeNetwork"});
+        EXPECT_EQ(run.err, std::string("[OfficeNetwork] The document's version 1.4 is ") + message + '\n');
+        EXPECT_NE(run.out.find(std::string(", wanted ") + wanted + ": does not suit\n"), std::string::npos) << run.out;
+        const json programs = json::parse(session({"--json", "--wanted-version", wanted}).out);
+        EXPECT_EQ(programs["version"], (json{{"document", "1.4"}, {"wanted", wanted}, {"suits", false}}));
         EXPECT_EQ(programs["reports"].size(), 1u);
     }
 }
@@ -74,10 +66,8 @@ TEST(Session, HasNothingWhereTheAddOnStringLeadsNowhere) {
 }
 
 TEST(Session, RefusesWhatIsNoDrawingInOneLine) {
-    const std::filesystem::path file = std::filesystem::temp_directory_path() / ("tarn" + std::to_string(getpid()));
-    std::ofstream(file) << "no drawing";
-    const Outcome broken = runTarn({"session", file});
-    std::filesystem::remove(file);
+    const TemporaryFolder folder;
+    const Outcome broken = runTarn({"session", folder.write("a", "no drawing")});
     EXPECT_EQ(broken.status, 1);
     EXPECT_TRUE(broken.err.starts_with("tarn: error 0x86DB")) << broken.err;
     EXPECT_EQ(std::ranges::count(broken.err, '\n'), 1);

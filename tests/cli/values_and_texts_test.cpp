@@ -22,10 +22,7 @@ using automation::Variant;
 using automation::VariantType;
 
 TEST(ValueJson, WritesEveryType) {
-    const struct {
-        Variant value;
-        std::string json;
-    } cases[] = {
+    const std::pair<Variant, std::string> cases[] = {
         {Variant(), "null"},
         {automation::Null{}, "null"},
         {automation::ObjectRef(), "null"},
@@ -43,8 +40,8 @@ TEST(ValueJson, WritesEveryType) {
         {Date{0.5 + 1.5 / 86400}, "\"1899-12-30T12:00:01.500\""},
         {Array(VariantType::Variant, 1, {Variant(Array(VariantType::Long, 0, 2)), Variant(Array())}), "[[0,0],[]]"},
     };
-    for (const auto& line : cases)
-        EXPECT_EQ(compactText(jsonOf(line.value)), line.json);
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(compactText(jsonOf(value)), text);
 }
 
 TEST(ValueJson, EndsInACollectionThatHoldsItself) {
@@ -68,43 +65,33 @@ TEST(ValueJson, ReadsNumbersAsTheSmallestFittingType) {
 
 TEST(NearNames, FindWhatWasMeant) {
     const std::vector<StringView> names = {u"Item", u"Items", u"ItemU", u"ItemFromID", u"Name", u"Count"};
-    const struct {
-        StringView wanted;
-        std::string hint;
-    } cases[] = {
-        {u"Conut", "; did you mean Count?"},
-        {u"ITEMX", "; did you mean Item, Items or ItemU?"},
-        {u"FromId", "; did you mean ItemFromID?"},
-        {u"Quantity", ""},
-        {u"", ""},
-    };
-    for (const auto& line : cases)
-        EXPECT_EQ(didYouMean(line.wanted, names), line.hint) << automation::toUtf8(line.wanted);
+    const std::pair<StringView, std::string> cases[] = {{u"Conut", "; did you mean Count?"},
+                                                        {u"ITEMX", "; did you mean Item, Items or ItemU?"},
+                                                        {u"FromId", "; did you mean ItemFromID?"},
+                                                        {u"Quantity", ""},
+                                                        {u"", ""}};
+    for (const auto& [wanted, hint] : cases)
+        EXPECT_EQ(didYouMean(wanted, names), hint) << automation::toUtf8(wanted);
     EXPECT_EQ(didYouMean(String(1'000'000, u'x'), names), "");
 }
 
 TEST(Terminal, HasColoursUnlessTheyAreUnwanted) {
-    const struct {
-        std::vector<std::string> environment;
-        bool colours;
-    } cases[] = {
-        {{"TERM=xterm"}, true},
-        {{"TERM=xterm", "NO_COLOR="}, true},
-        {{"TERM=xterm", "NO_COLOR=1"}, false},
-        {{"TERM=dumb"}, false},
-        {{}, false},
-    };
-    for (const auto& line : cases) {
-        const tests::Outcome run = tests::runTarnOnTerminal({"classes"}, line.environment);
+    const std::pair<std::vector<std::string>, bool> cases[] = {{{"TERM=xterm"}, true},
+                                                               {{"TERM=xterm", "NO_COLOR="}, true},
+                                                               {{"TERM=xterm", "NO_COLOR=1"}, false},
+                                                               {{"TERM=dumb"}, false},
+                                                               {{}, false}};
+    for (const auto& [environment, colours] : cases) {
+        const tests::Outcome run = tests::runTarnOnTerminal({"classes"}, environment);
         EXPECT_EQ(run.status, 0);
-        EXPECT_EQ(run.out.find('\x1b') != std::string::npos, line.colours) << testing::PrintToString(line.environment);
+        EXPECT_EQ(run.out.find('\x1b') != std::string::npos, colours) << testing::PrintToString(environment);
     }
     EXPECT_EQ(tests::runTarn({"classes"}, {"TERM=xterm"}).out.find('\x1b'), std::string::npos);
 }
 
 TEST(Terminal, BreaksParagraphsAtItsWidth) {
     const std::string words = "aaa bbb ccc dddddddddddd e";
-    EXPECT_EQ(Terminal(false, 10).paragraph(words, 2), "  aaa bbb\n  ccc\n  dddddddddddd\n  e\n");
+    EXPECT_EQ(Terminal(false, 9).paragraph(words, 2), "  aaa bbb\n  ccc\n  dddddddddddd\n  e\n");
     EXPECT_EQ(Terminal(false, 0).paragraph(words, 2), "  " + words + '\n');
 }
 

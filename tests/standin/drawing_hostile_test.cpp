@@ -19,6 +19,8 @@ constexpr const char* documentPart = "visio/document.xml";
 constexpr const char* documentRels = "visio/_rels/document.xml.rels";
 constexpr const char* pagesPart = "visio/pages/pages.xml";
 constexpr const char* pagesRels = "visio/pages/_rels/pages.xml.rels";
+constexpr const char* mastersPart = "visio/masters/masters.xml";
+constexpr const char* mastersRels = "visio/masters/_rels/masters.xml.rels";
 constexpr const char* master1 = "visio/masters/master1.xml";
 
 // The message with which bytes are refused; "" when they are read.
@@ -51,48 +53,40 @@ std::string nested(int depth) {
 }
 
 TEST(HostileDrawing, IsRefusedWithThePartAndTheReason) {
-    const auto page = [](const std::string& content) {
-        return [content](Parts& parts) { parts[page1] = visioPart("PageContents", content); };
+    using Spoil = std::function<void(Parts&)>;
+    const auto edit = [](const std::string& part, const std::string& from, const std::string& to) -> Spoil {
+        return [=](Parts& parts) { change(parts, part, from, to); };
     };
-    const auto target = [](const std::string& path) {
-        return [path](Parts& parts) { change(parts, pagesRels, "'page1.xml'", "'" + path + "'"); };
+    const auto with = [](const std::string& part, const std::string& text) -> Spoil {
+        return [=](Parts& parts) { parts[part] = text; };
     };
-    const auto without = [](const std::string& part) { return [part](Parts& parts) { parts.erase(part); }; };
-    const auto doctype = [](const std::string& declaration, const std::string& text) {
-        return [=](Parts& parts) {
-            parts[page1] = "<!DOCTYPE PageContents " + declaration + ">" +
-                           visioPart("PageContents", "<Shapes><Shape ID='1'><Text>" + text + "</Text></Shape></Shapes>")
-                               .substr(38);
-        };
-    };
-    const std::tuple<const char*, std::function<void(Parts&)>, const char*, const char*> rows[] = {
+    const auto page = [&](const std::string& content) { return with(page1, visioPart("PageContents", content)); };
+    const auto target = [&](const std::string& path) { return edit(pagesRels, "'page1.xml'", "'" + path + "'"); };
+    const auto without = [](const std::string& part) -> Spoil { return [=](Parts& parts) { parts.erase(part); }; };
+    std::string wide = "\xFF\xFE"; // a document type in UTF-16
+    for (const char c : std::string("<!--x--><!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>"))
+        wide.append({c, '\0'});
+    const std::tuple<const char*, Spoil, const char*, const char*> rows[] = {
         {"no content types", without("[Content_Types].xml"), "[Content_Types].xml", "missing"},
         {"no relationships", without("_rels/.rels"), "", "not a Visio package"},
-        {"another Office file",
-         [](Parts& p) { change(p, "_rels/.rels", "microsoft.com/visio/2010", "openxmlformats.org/officeDocument"); },
+        {"another Office file", edit("_rels/.rels", "microsoft.com/visio/2010", "openxmlformats.org/officeDocument"),
          "", "not a Visio package"},
-        {"not Visio's content type", [](Parts& p) { change(p, "[Content_Types].xml", "vnd.ms-visio.drawing", "word"); },
-         documentPart, "content type"},
+        {"not Visio's content type", edit("[Content_Types].xml", "vnd.ms-visio.drawing", "word"), documentPart,
+         "content type"},
         {"no document part", without(documentPart), documentPart, "missing"},
-        {"no pages part", without(pagesPart), pagesPart, "missing"},
         {"no page part", without(page1), page1, "missing"},
-        {"no master part", without(master1), master1, "missing"},
         {"no way to the pages", without(documentRels), documentRels, "no pages"},
-        {"two pages parts", [](Parts& p) { change(p, documentRels, "relationships/masters", "relationships/pages"); },
-         documentRels, "two"},
-        {"no page", [](Parts& p) { p[pagesPart] = visioPart("Pages", ""); }, pagesPart, "no page"},
-        {"unknown relationship", [](Parts& p) { change(p, pagesPart, "rId1", "rId8"); }, pagesPart, "rId8"},
-        {"relationship of another type",
-         [](Parts& p) { change(p, "visio/masters/_rels/masters.xml.rels", "master' Target='master2", "x' Target='m"); },
-         "visio/masters/masters.xml", "rId2"},
-        {"two relationships of one id", [](Parts& p) { change(p, pagesRels, "rId2", "rId1"); }, pagesRels, "rId1"},
+        {"two pages parts", edit(documentRels, "relationships/masters", "relationships/pages"), documentRels, "two"},
+        {"no page", with(pagesPart, visioPart("Pages", "")), pagesPart, "no page"},
+        {"unknown relationship", edit(pagesPart, "rId1", "rId8"), pagesPart, "rId8"},
+        {"relationship of another type", edit(mastersRels, "master' Target='master2", "x' Target='m"), mastersPart,
+         "rId2"},
+        {"two relationships of one id", edit(pagesRels, "rId2", "rId1"), pagesRels, "rId1"},
         {"one part for two pages", target("page2.xml"), "visio/pages/page2.xml", "twice"},
         {"page part is another", target("pages.xml"), pagesPart, "PageContents"},
-        {"leads out", target("../../../etc/passwd"), pagesRels, "out of the package"},
         {"leads out and back", target("../../../x/visio/pages/page1.xml"), pagesRels, "out of the package"},
         {"absolute path of a machine", target("/etc/passwd"), "etc/passwd", "missing"},
         {"file URL", target("file:///etc/passwd"), pagesRels, "URL"},
-        {"drive", target("C:/page1.xml"), pagesRels, "drive"},
         {"share", target("//host/share/page1.xml"), pagesRels, "another machine"},
         {"backslash", target("..\\pages\\page1.xml"), pagesRels, "backslash"},
         {"encoded dots", target("%2e%2e/%2E%2E/page1.xml"), pagesRels, "percent"},
@@ -101,47 +95,31 @@ TEST(HostileDrawing, IsRefusedWithThePartAndTheReason) {
         {"folder", target("../pages/"), pagesRels, "folder"},
         {"empty target", target(""), pagesRels, "empty"},
         {"external target", target("page1.xml' TargetMode='External"), pagesRels, "outside"},
-        {"parts that differ in case", [](Parts& p) { p["visio/PAGES/page1.xml"] = p[page1]; }, page1, "twice"},
+        {"parts that differ in case", with("visio/PAGES/page1.xml", ""), page1, "twice"},
         {"broken XML", page("<Shapes>"), page1, "not well-formed"},
-        {"text behind the root", [](Parts& p) { p[page1] += "<more/>"; }, page1, "not well-formed"},
-        {"empty part", [](Parts& p) { p[page1] = ""; }, page1, "not well-formed"},
-        {"bad UTF-8", page("<Shapes><Shape ID='1' Name='\xC3\x28'/></Shapes>"), page1, "not well-formed"},
-        {"entity bomb",
-         doctype("[<!ENTITY a 'aaaaaaaaaa'><!ENTITY b '&a;&a;&a;&a;&a;&a;&a;&a;'><!ENTITY c '&b;&b;&b;&b;&b;&b;&b;'>]",
-                 "&c;"),
-         page1, "document type"},
-        {"entity from a file", doctype("[<!ENTITY a SYSTEM 'file:///etc/passwd'>]", "&a;"), page1, "document type"},
-        {"outside document type", doctype("SYSTEM 'http://localhost/x.dtd'", ""), page1, "document type"},
-        {"document type in UTF-16",
-         [](Parts& p) {
-             std::string wide = "\xFF\xFE";
-             for (const char c : std::string("<!--x--><!DOCTYPE a [<!ENTITY b 'c'>]><a>&b;</a>"))
-                 wide.append({c, '\0'});
-             p[page1] = wide;
-         },
-         page1, "document type"},
+        {"text behind the root", with(page1, visioPart("PageContents", "") + "<more/>"), page1, "not well-formed"},
+        {"empty part", with(page1, ""), page1, "not well-formed"},
+        {"entity from a file", with(page1, "<!DOCTYPE a [<!ENTITY a SYSTEM 'file:///etc/passwd'>]><a>&a;</a>"), page1,
+         "document type"},
+        {"document type in UTF-16", with(page1, wide), page1, "document type"},
         {"undeclared entity", page("<Shapes><Shape ID='1'><Text>&a;</Text></Shape></Shapes>"), page1, "Entity"},
-        {"root in no namespace", [](Parts& p) { p[page1] = "<PageContents/>"; }, page1, "root element"},
+        {"root in no namespace", with(page1, "<PageContents/>"), page1, "root element"},
         {"two shapes of one id", page("<Shapes><Shape ID='1'><Shapes><Shape ID='1'/></Shapes></Shape></Shapes>"), page1,
          "ID 1"},
         {"shape without id", page("<Shapes><Shape/></Shapes>"), page1, "without an ID"},
-        {"id that is no number", page("<Shapes><Shape ID='1x'/></Shapes>"), page1, "\"1x\""},
         {"id below zero", page("<Shapes><Shape ID='-1'/></Shapes>"), page1, "\"-1\""},
         {"id too large", page("<Shapes><Shape ID='4294967296'/></Shapes>"), page1, "4294967296"},
-        {"line break in an id", page("<Shapes><Shape ID='a&#10;b'/></Shapes>"), page1, "\"a?b\""},
+        {"no number, and broken", page("<Shapes><Shape ID='1&#10;b'/></Shapes>"), page1, "\"1?b\""},
         {"two lists of sub-shapes", page("<Shapes><Shape ID='1'><Shapes/><Shapes/></Shape></Shapes>"), page1, "two"},
         {"two lists of shapes", page("<Shapes/><Shapes/>"), page1, "two"},
-        {"two pages of one id", [](Parts& p) { change(p, pagesPart, "ID='4'", "ID='0'"); }, pagesPart, "ID 0"},
-        {"two masters of one id", [](Parts& p) { change(p, "visio/masters/masters.xml", "ID='4'", "ID='2'"); },
-         "visio/masters/masters.xml", "ID 2"},
-        {"page without part", [](Parts& p) { change(p, pagesPart, "<Rel r:id='rId1'/>", ""); }, pagesPart,
-         "without a Rel"},
-        {"page behind itself", [](Parts& p) { change(p, pagesPart, "Background='1'", "Background='1' BackPage='4'"); },
-         pagesPart, "own background"},
-        {"master in itself", [](Parts& p) { change(p, master1, "ID='6'", "ID='6' Master='2'"); }, master1, "itself"},
-        {"masters in a circle", [](Parts& p) { change(p, master1, "ID='6'", "ID='6' Master='4'"); }, master1, "itself"},
+        {"two pages of one id", edit(pagesPart, "ID='4'", "ID='0'"), pagesPart, "ID 0"},
+        {"two masters of one id", edit(mastersPart, "ID='4'", "ID='2'"), mastersPart, "ID 2"},
+        {"page without part", edit(pagesPart, "<Rel r:id='rId1'/>", ""), pagesPart, "without a Rel"},
+        {"page behind itself", edit(pagesPart, "Background='1'", "Background='1' BackPage='4'"), pagesPart,
+         "own background"},
+        {"master in itself", edit(master1, "ID='6'", "ID='6' Master='2'"), master1, "itself"},
+        {"masters in a circle", edit(master1, "ID='6'", "ID='6' Master='4'"), master1, "itself"},
         {"endless groups", page(nested(101)), page1, "deep"},
-        {"endless elements", page(repeated("<a>", 5000)), page1, "not well-formed"},
     };
     ASSERT_EQ(refusal(zipped(smallDrawing())), "");
     for (const auto& [name, spoil, part, reason] : rows) {
@@ -191,36 +169,27 @@ TEST(HostileDrawing, DoesNotPassItsLimits) {
 
 // Each of thirty masters holds two instances of the next: a small file that stands for a thousand million shapes.
 TEST(HostileDrawing, DoesNotUnfoldMasters) {
-    Parts parts = smallDrawing();
-    std::string list;
-    std::string rels = "<Relationships xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
-    for (int i = 1; i <= 30; ++i) {
-        list += numbered("<Master ID='#' NameU='M'><Rel r:id='r#'/></Master>", i);
-        rels += numbered("<Relationship Id='r#' Type='http://schemas.microsoft.com/visio/2010/relationships/"
-                         "master' Target='m#.xml'/>",
-                         i);
-        parts[numbered("visio/masters/m#.xml", i)] = visioPart(
-            "MasterContents", numbered("<Shapes><Shape ID='5'><Shapes><Shape ID='6' Master='#'/><Shape ID='7' "
-                                       "Master='#'/></Shapes></Shape></Shapes>",
-                                       i + 1));
-    }
-    parts["visio/masters/masters.xml"] = visioPart("Masters", list);
-    parts["visio/masters/_rels/masters.xml.rels"] = rels + "</Relationships>";
+    const Parts parts = drawingWithMasters(30, [](int number) {
+        const char* instances =
+            "<Shape ID='5'><Shapes><Shape ID='6' Master='#'/><Shape ID='7' Master='#'/></Shapes></Shape>";
+        return numbered(instances, number + 1);
+    });
     EXPECT_THAT(refusal(zipped(parts)), HasSubstr("stands for more than 1000000 shapes"));
 }
 
 TEST(HostileDrawing, OfAnotherKindIsToldFromAPackage) {
-    const auto bytes = [](std::string_view text) { return std::as_bytes(std::span(text)); };
-    EXPECT_THAT(refusal(bytes("")), HasSubstr("not a Visio package"));
-    EXPECT_THAT(refusal(bytes("Dear all, please find the drawing attached.")), HasSubstr("not a Visio package"));
-    EXPECT_THAT(refusal(bytes("PK\x03\x04 and no more")), HasSubstr("truncated"));
-    EXPECT_THAT(refusal(bytes("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1")), HasSubstr("binary format"));
-    EXPECT_THAT(refusal(bytes("<?xml version='1.0'?><VisioDocument/>")), HasSubstr("older XML format"));
-
-    const std::filesystem::path here = sourceFolder();
-    EXPECT_THROW((void)readDrawing(here / "no such drawing.vsdx"), DrawingError);
-    EXPECT_THROW((void)readDrawing(here), DrawingError) << "a folder";
-    EXPECT_THROW((void)readDrawing("/dev/null"), DrawingError);
+    const std::pair<std::string_view, const char*> rows[] = {
+        {"", "not a Visio package"},
+        {"Dear all, please find the drawing attached.", "not a Visio package"},
+        {"PK\x03\x04 and no more", "truncated"},
+        {"\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", "binary format"},
+        {"<?xml version='1.0'?><VisioDocument/>", "older XML format"},
+    };
+    for (const auto& [text, reason] : rows)
+        EXPECT_THAT(refusal(std::as_bytes(std::span(text))), HasSubstr(reason));
+    for (const std::filesystem::path& file :
+         {sourceFolder() / "no such drawing.vsdx", sourceFolder(), std::filesystem::path("/dev/null")})
+        EXPECT_THROW((void)readDrawing(file), DrawingError) << file;
 }
 
 std::vector<std::byte> exampleBytes() {
@@ -239,10 +208,8 @@ TEST(DamagedDrawing, CutAnywhereIsRefused) {
 
 // A changed byte is refused, or it lies where nothing is read from; in neither case may anything else come of it.
 TEST(DamagedDrawing, WithAChangedByteIsReadOrRefused) {
-    const std::vector<std::byte> whole = exampleBytes();
-    const std::vector<std::byte> packed = zipped(smallDrawing());
     int refused = 0;
-    for (const auto& original : {whole, packed}) {
+    for (const auto& original : {exampleBytes(), zipped(smallDrawing())}) {
         const std::size_t step = original.size() > 20000 ? 61 : 3;
         for (std::size_t at = 0; at < original.size(); at += step) {
             std::vector<std::byte> bytes = original;

@@ -72,6 +72,23 @@ std::string numbered(std::string_view pattern, int number) {
     return text;
 }
 
+Parts drawingWithMasters(int count, const std::function<std::string(int number)>& shapes) {
+    Parts parts = smallDrawing();
+    std::string list, rels = relationships({});
+    rels.resize(rels.rfind('<'));
+    for (int number = 1; number <= count; ++number) {
+        list += numbered("<Master ID='#' NameU='M#'><Rel r:id='r#'/></Master>", number);
+        rels += numbered("<Relationship Id='r#' Type='http://schemas.microsoft.com/visio/2010/relationships/master' "
+                         "Target='m#.xml'/>",
+                         number);
+        parts[numbered("visio/masters/m#.xml", number)] =
+            visioPart("MasterContents", "<Shapes>" + shapes(number) + "</Shapes>");
+    }
+    parts["visio/masters/masters.xml"] = visioPart("Masters", list);
+    parts["visio/masters/_rels/masters.xml.rels"] = rels + "</Relationships>";
+    return parts;
+}
+
 std::vector<std::byte> zipped(const Parts& parts) {
     zip_source_t* source = zip_source_buffer_create(nullptr, 0, 0, nullptr);
     zip_source_keep(source);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -26,6 +27,9 @@ void change(Parts& parts, const std::string& part, std::string_view from, std::s
 
 /// The pattern with the number in place of each "#".
 [[nodiscard]] std::string numbered(std::string_view pattern, int number);
+
+/// The small drawing with masters of the ids 1 to `count` in place of its own; `shapes` has the shapes of each.
+[[nodiscard]] Parts drawingWithMasters(int count, const std::function<std::string(int number)>& shapes);
 
 /// The parts as a zip file, packed.
 [[nodiscard]] std::vector<std::byte> zipped(const Parts& parts);

@@ -99,19 +99,13 @@ TEST(DrawingReader, PutsBackgroundPagesLast) {
 }
 
 TEST(DrawingReader, TellsTheKindByTheContentType) {
-    const std::tuple<const char*, DocumentKind, bool> rows[] = {
-        {"drawing.main", DocumentKind::Drawing, false},
-        {"stencil.main", DocumentKind::Stencil, false},
-        {"template.macroEnabled.main", DocumentKind::Template, true},
-        {"drawing.macroEnabled.main", DocumentKind::Drawing, true},
-    };
-    for (const auto& [type, kind, macros] : rows) {
-        SCOPED_TRACE(type);
+    for (const auto& [type, kind, macros] : {std::tuple("drawing.main", DocumentKind::Drawing, false),
+                                             std::tuple("stencil.main", DocumentKind::Stencil, false),
+                                             std::tuple("template.macroEnabled.main", DocumentKind::Template, true)}) {
         Parts parts = smallDrawing();
         change(parts, "[Content_Types].xml", "drawing.main", type);
         const DrawingFile file = read(parts);
-        EXPECT_EQ(file.kind, kind);
-        EXPECT_EQ(file.macroEnabled, macros);
+        EXPECT_THAT(std::tuple(file.kind, file.macroEnabled), FieldsAre(kind, macros)) << type;
     }
 }
 

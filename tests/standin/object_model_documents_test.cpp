@@ -11,11 +11,8 @@ using namespace tests;
 class ObjectModelDocuments : public DrawingTest {};
 
 TEST_F(ObjectModelDocuments, ABlankDrawingIsInNoFile) {
-    const std::pair<StringView, const char*> cases[] = {{u"Name", "Drawing1"}, {u"FullName", "Drawing1"},
-                                                        {u"Path", ""},         {u"Template", ""},
-                                                        {u"Index", "1"},       {u"Type", "1"},
-                                                        {u"ID", "1"},          {u"Saved", "True"}};
-    for (const auto& [member, value] : cases)
+    for (const auto& [member, value] : {std::pair(u"FullName", "Drawing1"), std::pair(u"Path", ""),
+                                        std::pair(u"Template", ""), std::pair(u"Saved", "True")})
         EXPECT_EQ(get(drawing.document, member), value) << automation::toUtf8(member);
     drawing.square();
     EXPECT_EQ(get(drawing.document, u"Saved"), "False");
@@ -49,17 +46,14 @@ TEST_F(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
     const ObjectRef documents = objectIn(application->get(u"Documents"));
     const TemporaryFile text("no drawing");
     Parts parts = smallDrawing();
-    parts.erase("visio/pages/page1.xml");
+    parts.erase(page1);
     const TemporaryFile incomplete(parts);
-    const struct {
-        String path;
-        const char* says;
-    } cases[] = {
-        {u"/nowhere/at all.vsdx", "at all.vsdx"}, {text.path(), "drawing.vsdx"}, {incomplete.path(), "page1.xml"}};
-    for (const auto& c : cases) {
-        const std::string error = failureOf([&] { documents->call(u"Open", c.path); });
+    for (const auto& [path, says] :
+         {std::pair(String(u"/nowhere/at all.vsdx"), "at all.vsdx"), std::pair(text.path(), "drawing.vsdx"),
+          std::pair(incomplete.path(), "page1.xml")}) {
+        const std::string error = failureOf([&] { documents->call(u"Open", path); });
         EXPECT_EQ(error.substr(0, 12), "-2032465765 ") << error;
-        EXPECT_NE(error.find(c.says), std::string::npos) << error;
+        EXPECT_NE(error.find(says), std::string::npos) << error;
     }
     EXPECT_EQ(get(documents, u"Count"), "0");
 }
