@@ -59,6 +59,7 @@ public:
     std::size_t longPath(const std::string& path, std::span<char> buffer) override { return convert(path, buffer); }
     std::size_t longPath(const String& path, std::span<char16_t> buffer) override { return convert(path, buffer); }
     std::optional<std::string> findFirst(const std::string& path) override {
+        failIfToldTo();
         searched.push_back(path);
         return stored.contains(path) ? std::optional(stored.at(path)) : std::nullopt;
     }
@@ -75,6 +76,7 @@ public:
     int created = 0;
     std::uint32_t attributeWord = platform::file_attribute::kNone;
     std::int32_t openError = 0;
+    std::int32_t callError = 0; ///< of every call about a path's form
     String specialFolder;
     platform::SystemVersion systemVersion{10, 0};
     std::string form;                          ///< what every conversion gives; empty: it fails
@@ -86,13 +88,17 @@ public:
     bool saved = false;
 
 private:
+    void failIfToldTo() const {
+        if (callError != 0) throw Error(callError);
+    }
     template <class Text, class Char>
     std::size_t convert(const Text& path, std::span<Char> buffer) {
-        std::string& call = converted.emplace_back(sizeof(Char) == 1 ? "8 " : "16 ") += std::to_string(buffer.size());
+        failIfToldTo();
+        const std::string start = (sizeof(Char) == 1 ? "8 " : "16 ") + std::to_string(buffer.size()) + " ";
         if constexpr (sizeof(Char) == 1)
-            call += " " + path;
+            converted.push_back(start + path);
         else
-            call += " " + toUtf8(path);
+            converted.push_back(start + toUtf8(path));
         if (form.size() >= buffer.size()) return form.size() + 1;
         std::ranges::copy(form, buffer.begin());
         return form.size();

