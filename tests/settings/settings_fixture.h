@@ -30,8 +30,7 @@ public:
         return wrap(real_.open(root, path, access));
     }
     std::unique_ptr<platform::RegistryKey> create(std::int32_t root, std::string_view path) override {
-        countDown();
-        refuseWrites();
+        beforeWriting();
         return wrap(real_.create(root, path));
     }
 
@@ -56,14 +55,12 @@ private:
         }
         bool subkeyAt(std::uint32_t index, std::string& name) override { return real_->subkeyAt(index, name); }
         void write(std::string_view name, std::uint32_t type, std::string_view bytes) override {
-            registry_.countDown();
-            registry_.refuseWrites();
+            registry_.beforeWriting();
             real_->write(name, type, bytes);
         }
         bool deleteValue(std::string_view name) override { return real_->deleteValue(name); }
         bool deleteSubkey(std::string_view path) override {
-            registry_.countDown();
-            registry_.refuseWrites();
+            registry_.beforeWriting();
             return real_->deleteSubkey(path);
         }
 
@@ -79,7 +76,8 @@ private:
         if (callsBeforeFailure == 0) throw platform::UnreadableStore(u"unreadable");
         if (callsBeforeFailure > 0) --callsBeforeFailure;
     }
-    void refuseWrites() const {
+    void beforeWriting() {
+        countDown();
         if (refusesWrites) throw automation::Error(automation::errors::DiskFull);
     }
 

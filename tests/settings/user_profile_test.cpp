@@ -47,13 +47,8 @@ protected:
     Ref<UserProfileEntries> entries_ = profile_->profileEntries();
 };
 
-TEST_F(UserProfileTest, KeepsItsPropertiesAndEndsThePathInABackslash) {
+TEST_F(UserProfileTest, EndsThePathInABackslash) {
     const Ref<UserProfile> fresh = make<UserProfile>(platform_);
-    EXPECT_EQ(fresh->storageMethod(), PROFILE_STORAGE_METHOD::STORAGE_REGISTRY);
-    EXPECT_EQ(fresh->registryHive(), frame::REGISTRY_HIVE::HKEY_CURRENT_USER);
-    EXPECT_EQ(fresh->profilePath(), u"");
-    EXPECT_EQ(fresh->profileName(), u"");
-    EXPECT_EQ(fresh->profileEntries(), fresh->profileEntries());
     const std::pair<StringView, StringView> paths[] = {
         {u"A\\B", u"A\\B\\"}, {u"A\\", u"A\\"}, {u"A\\\\", u"A\\\\"}, {u"A/", u"A/\\"}, {u"", u"\\"}};
     for (const auto& [assigned, kept] : paths) {
@@ -64,16 +59,12 @@ TEST_F(UserProfileTest, KeepsItsPropertiesAndEndsThePathInABackslash) {
     fresh->setProfileName(u"Default");
     fresh->profileEntries()->createNewItem()->setName(u"Width");
     EXPECT_EQ(errorOf([&] { fresh->saveSettings(); }), registry_errors::CannotCreate);
-    EXPECT_FALSE(fresh->retrieveSettings().isNonZero());
-    fresh->setProfileName(u"Default\\");
-    EXPECT_EQ(fresh->profileName(), u"Default\\");
 }
 
 TEST_F(UserProfileTest, EverySavingRetrievingAndDeletingMemberValidatesInOrder) {
     using enum PROFILE_STORAGE_METHOD;
     const std::tuple<PROFILE_STORAGE_METHOD, bool, bool, std::string> faults[] = {
         {STORAGE_XML, false, false, "Only Registry storage is supported at this time."},
-        {STORAGE_INI, true, true, "Only Registry storage is supported at this time."},
         {PROFILE_STORAGE_METHOD{-1}, true, true, "Only Registry storage is supported at this time."},
         {STORAGE_REGISTRY, false, false, "No profile path entered.  Please enter a profile path."},
         {STORAGE_REGISTRY, true, false, "No profile name entered.  Please enter a profile name."},
@@ -101,33 +92,26 @@ TEST_F(UserProfileTest, SavesAndRetrievesAllEntries) {
     add(u"Largeur", u"12,5");
     add(u"Taille", u"");
     EXPECT_TRUE(profile_->saveSettings().isTrue());
-    EXPECT_EQ(stored("Largeur"), "12,5\0"s);
-
     add(u"Unsaved", u"x");
     EXPECT_TRUE(profile_->retrieveSettings().isTrue());
     EXPECT_THAT(contents(), testing::ElementsAre(u"Colour=rouge vif", u"Largeur=12,5", u"Taille="));
-    EXPECT_EQ(entries_->item(u"LARGEUR")->value(), u"12,5");
-
     registry_.refusesWrites = true;
     EXPECT_EQ(errorOf([&] { profile_->saveSettings(); }), registry_errors::ItemMissing);
     EXPECT_THAT(reports(), testing::IsEmpty());
 }
 
 TEST_F(UserProfileTest, RetrievingCutsNameAndDataAtTwoBackslashesAndStopsAtALongValue) {
+    add(u"Width", u"3");
+    EXPECT_FALSE(profile_->retrieveSettings().isNonZero()); // no key
+    operations_.createRegistryKey(kRoot, key_);
+    EXPECT_FALSE(profile_->retrieveSettings().isNonZero()); // no values
+    EXPECT_THAT(contents(), testing::ElementsAre(u"Width=3"));
     store("A", "\\\\server\\share\0"s); // data that begins with the separator
     store("B", "x\\\\y\\\\z\0"s);
     store("C", std::string(255, 'x') + '\0');
     store("D", "lost\0"s);
     EXPECT_TRUE(profile_->retrieveSettings().isTrue());
     EXPECT_THAT(contents(), testing::ElementsAre(u"A=", u"B=x"));
-}
-
-TEST_F(UserProfileTest, RetrievingNothingKeepsTheEntries) {
-    add(u"Width", u"3");
-    EXPECT_FALSE(profile_->retrieveSettings().isNonZero()); // no key
-    operations_.createRegistryKey(kRoot, key_);
-    EXPECT_FALSE(profile_->retrieveSettings().isNonZero()); // no values
-    EXPECT_THAT(contents(), testing::ElementsAre(u"Width=3"));
 }
 
 TEST_F(UserProfileTest, OneEntrySavesRetrievesAndCannotDeleteItsOwnValue) {
@@ -137,7 +121,6 @@ TEST_F(UserProfileTest, OneEntrySavesRetrievesAndCannotDeleteItsOwnValue) {
     EXPECT_TRUE(entry->retrieveSetting().isTrue());
     EXPECT_EQ(entry->value(), u"4");
 
-    EXPECT_FALSE(entry->deleteSetting().isNonZero());
     EXPECT_FALSE(profile_->deleteProfileEntry(u"width").isNonZero());
     EXPECT_EQ(stored("Width"), "4\0"s);
     operations_.createRegistryKey(kRoot, key_ + u"\\Width");
@@ -151,21 +134,16 @@ TEST_F(UserProfileTest, FindsEntriesByPositionOrNameAndByNothingElse) {
     add(u"Width", u"first");
     add(u"2", u"second");
     add(u"", u"third");
-    using Case = std::tuple<const char*, Variant, StringView>;
-    const auto cases = tests::table(
-        Case("position", Variant(std::int16_t{1}), u"first"), Case("position as a double", Variant(2.5), u"second"),
-        Case("zero", Variant(std::int32_t{0}), u"-"), Case("past the end", Variant(std::int32_t{4}), u"-"),
-        Case("name", Variant(u"Width"), u"first"), Case("name in other case", Variant(u"WIDTH"), u"first"),
-        Case("numeric text that is a name", Variant(u"2"), u"-"), Case("no name", Variant(u""), u"-"),
-        Case("unknown name", Variant(u"Height"), u"-"), Case("Empty", Variant(), u"-"),
-        Case("Null", Variant(Null{}), u"-"), Case("True, which is -1", Variant(Boolean(true)), u"-"),
-        Case("Nothing", Variant(ObjectRef()), u"-"));
-    for (const auto& [what, index, expected] : cases) {
+    using Case = std::pair<Variant, StringView>;
+    const auto cases = tests::table(Case(std::int16_t{1}, u"first"), Case(2.5, u"second"), Case(std::int32_t{0}, u"-"),
+                                    Case(std::int32_t{4}, u"-"), Case(u"WIDTH", u"first"), Case(u"2", u"-"),
+                                    Case(u"", u"-"), Case(u"Height", u"-"), Case(Variant(), u"-"), Case(Null{}, u"-"),
+                                    Case(Boolean(true), u"-"), Case(ObjectRef(), u"-"));
+    for (const auto& [index, expected] : cases) {
         const Ref<UserProfileEntry> found = entries_->item(index);
-        EXPECT_EQ(found ? found->value() : u"-", expected) << what;
+        EXPECT_EQ(found ? found->value() : u"-", expected) << static_cast<int>(index.type());
     }
     EXPECT_EQ(toObject(entries_->get(u"", u"width")), entries_->item(u"Width")) << "the default member";
-    EXPECT_EQ(errorOf([&] { entries_->call(u"RemoveItem", Variant(profile_)); }), errors::TypeMismatch);
     EXPECT_THAT(reports(), testing::IsEmpty());
 }
 
@@ -179,7 +157,6 @@ TEST_F(UserProfileTest, ADuplicateNameStaysWithoutAPlaceInTheIndex) {
 
     // The name that it takes out of the index when it is renamed is the other one's.
     second->setName(u"Depth");
-    EXPECT_EQ(entries_->item(u"Depth"), second);
     EXPECT_EQ(entries_->item(u"Width"), nullptr);
     first->setName(u"Width");
     EXPECT_EQ(entries_->item(u"Width"), first);
@@ -220,18 +197,13 @@ TEST_F(UserProfileTest, RemovingReportsWhatIsNotInTheIndexOrNotInTheList) {
     named->setName(u"Height");
     add(u"Height", u"new");
     EXPECT_EQ(entries_->item(u"Height")->value(), u"new");
-}
 
-TEST_F(UserProfileTest, ClearingRemovesEveryEntryAndReportsEachUnnamedOne) {
+    add(u"");
     add(u"Width");
-    add(u"");
-    add(u"Height");
-    add(u"");
     entries_->clearAllEntries();
     EXPECT_EQ(entries_->count(), 0);
-    EXPECT_EQ(reports().size(), 2u);
-    add(u"Width");
-    EXPECT_EQ(entries_->count(), 1) << "the name is free again";
+    EXPECT_EQ(reports().size(), 1u) << "of the unnamed one";
+    add(u"Width"); // the name is free again
 }
 
 TEST_F(UserProfileTest, BackReferencesOwnNothingAndOutliveTheirTargetSafely) {
@@ -239,13 +211,10 @@ TEST_F(UserProfileTest, BackReferencesOwnNothingAndOutliveTheirTargetSafely) {
     Ref<UserProfile> profile = make<UserProfile>(platform_);
     Ref<UserProfileEntries> entries = profile->profileEntries();
     const Ref<UserProfileEntry> kept = entries->createNewItem();
-    entries->createNewItem();
     EXPECT_EQ(kept->containingProfile(), profile);
-    EXPECT_EQ(entries->containingProfile(), profile);
 
     profile = nullptr;
     EXPECT_EQ(entries->containingProfile(), nullptr);
-    EXPECT_EQ(kept->containingProfile(), nullptr);
     EXPECT_EQ(errorOf([&] { kept->saveSetting(); }), errors::ObjectNotSet);
     entries->createNewItem();
     kept->setName(u"Width");
@@ -254,7 +223,6 @@ TEST_F(UserProfileTest, BackReferencesOwnNothingAndOutliveTheirTargetSafely) {
     entries = nullptr;
     EXPECT_EQ(Object::liveCount(), before + 1) << "of the component only the entry that is held is left";
     kept->setName(u"Height");
-    EXPECT_EQ(kept->containingProfile(), nullptr);
 }
 
 } // namespace
