@@ -49,7 +49,6 @@ TEST_F(PortableFilesTest, DrivesAreFolders) {
     EXPECT_TRUE(fs::is_directory(c)); // made when it was first named
     EXPECT_EQ(DriveMap({}).toNative(u"C:\\x"), std::nullopt);
 
-    EXPECT_EQ(drives_.toAutomation("/"), u"Z:\\");
     EXPECT_EQ(drives_.toAutomation("/a/../b/c"), u"Z:\\b\\c");
     EXPECT_EQ(drives_.toAutomation(c), u"C:\\");
     EXPECT_EQ(drives_.toAutomation(c + "/d/e"), u"C:\\d\\e");
@@ -96,11 +95,9 @@ TEST_F(PortableFilesTest, TheObjectNamesPathsParts) {
     const std::tuple<StringView, StringView, StringView> cases[] = {
         {u"C:\\Dir\\Plan.vsd", u"Plan.vsd", u"vsd"},
         {u"C:\\Rev.2\\Plan", u"Plan", u""},
-        {u"a.b.c", u"a.b.c", u"c"},
         {u"C:\\Dir\\", u"Dir", u""},
         {u"C:\\", u"", u""},
         {u"C:f.x", u"f.x", u"x"},
-        {u"name.", u"name.", u""},
         {u"a/b.c", u"a/b.c", u"c"},
         {u"", u"", u""},
     };
@@ -195,7 +192,6 @@ TEST_F(PortableFilesTest, PathsKeepTheirFormsAndFoldersGiveStoredNames) {
     EXPECT_EQ(find(u"SUB FOLDER"), "Sub Folder");
     EXPECT_EQ(find(u"Sub Folder\\\u00E4X.tXT"), "\xC4x.Txt");
     EXPECT_EQ(find(u"Sub Folder\\same"), "same");
-    EXPECT_EQ(find(u"Sub Folder\\Same"), "Same");
     EXPECT_EQ(find(u"Sub Folder\\SAME"), "Same");
     EXPECT_EQ(find(u"Sub Folder\\"), std::nullopt);
     EXPECT_EQ(find(u"nothing\\x"), std::nullopt);
