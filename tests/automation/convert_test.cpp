@@ -105,7 +105,6 @@ TEST(Convert, ObjectsReadAsTheirDefaultMember) {
     EXPECT_EQ(toDate(chain), Date{2.5});
     EXPECT_TRUE(toBoolean(make<ObjectWithDefault>(u"true")).isTrue());
     EXPECT_TRUE(isNumeric(chain));
-    EXPECT_EQ(toObject(number), ObjectRef(number));
 }
 
 TEST(Convert, ArraysElementByElement) {

@@ -104,19 +104,14 @@ TEST(Members, WhatWasAssignedReachesTheCaller) {
 
 TEST(Members, FailuresOfTheCallItself) {
     const auto probe = make<Probe>();
-    const std::tuple<StringView, Access, std::vector<Variant>, std::int32_t> cases[] = {
-        {u"Absent", Access::MethodOrGet, {}, 438},
-        {u"Join", Access::Let, {u"x"}, 438},
-        {u"Join", Access::Method, {}, 449},
-        {u"Join", Access::Method, {kMissing}, 449},
-        {u"Join", Access::Method, {u"a", u"b", u"c"}, 450},
-        {u"Join", Access::Method, {Null{}}, 94},
-        {u"Bits", Access::Method, {u"neither"}, 13},
-        {u"Last", Access::Method, {Array(VariantType::Long)}, 9},
-        {u"Last", Access::Method, {u"no array"}, 13},
-        {u"Swap", Access::Method, {std::int16_t{1}}, 13},
-    };
-    for (const auto& [name, access, arguments, number] : cases)
+    using Case = std::tuple<StringView, Access, std::vector<Variant>, std::int32_t>;
+    using enum Access;
+    for (const auto& [name, access, arguments, number] :
+         tests::table(Case(u"Absent", MethodOrGet, {}, 438), Case(u"Join", Let, {u"x"}, 438),
+                      Case(u"Join", Method, {}, 449), Case(u"Join", Method, {kMissing}, 449),
+                      Case(u"Join", Method, {u"a", u"b", u"c"}, 450), Case(u"Join", Method, {Null{}}, 94),
+                      Case(u"Bits", Method, {u"neither"}, 13), Case(u"Last", Method, {Array(VariantType::Long)}, 9),
+                      Case(u"Last", Method, {u"no array"}, 13), Case(u"Swap", Method, {std::int16_t{1}}, 13)))
         EXPECT_EQ(numberOfFailure(*probe, MemberName(name), access, arguments), number) << toUtf8(name);
     EXPECT_THROW(probe->enumerate(), Error);
 }

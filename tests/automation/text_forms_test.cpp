@@ -154,13 +154,12 @@ TEST(DateText, NumbersAreTakenInTheLocalesOrder) {
 }
 
 TEST(DateText, IsWrittenByPictures) {
-    const std::tuple<StringView, StringView, double, StringView> cases[] = {
-        {u"yyyy-MM-dd", u"HH:mm:ss", 36526.25, u"2000-01-01 06:00:00"},
-        {u"ddd, d MMM yy", u"", 36526, u"Sat, 1 Jan 00"},
-        {u"yy", u"", 1, u"1899"}, // two digits would mean another year
-        {u"dddd d. 'de' MMMM yyyy '\u0433.'", u"", 36526, u"Saturday 1. de January 2000 \u0433."},
-        {u"", u"t h 'h'", 0.75, u"P 6 h"},
-    };
+    using Case = std::tuple<StringView, StringView, double, StringView>;
+    const auto cases =
+        tests::table(Case(u"yyyy-MM-dd", u"HH:mm:ss", 36526.25, u"2000-01-01 06:00:00"),
+                     Case(u"ddd, d MMM yy", u"", 36526, u"Sat, 1 Jan 00"), Case(u"", u"t h 'h'", 0.75, u"P 6 h"),
+                     Case(u"yy", u"", 1, u"1899"), // two digits would mean another year
+                     Case(u"dddd d. 'de' MMMM yyyy '\u0433.'", u"", 36526, u"Saturday 1. de January 2000 \u0433."));
     for (const auto& [date, time, days, text] : cases) {
         Locale rules;
         rules.datePicture = date;

@@ -40,6 +40,7 @@ TEST(Call, PrintsTheResultThenEachByReferenceArgument) {
             {{"StringFunctions.IsBlank", "int:0"}, "True\n"},
             {{"StringFunctions.IsBlank", "text:int:0"}, "False\n"},
             {{"StringFunctions.IsBlank", "nothing"}, "True\n"},
+            {{"StringFunctions.IsBlank", "json:[null,\" \",0,[]]"}, "True\n"},
             {{"VisioFunctions.GetVisioObjectsFromAddonString", "/doc=1"},
              "sParameters = \novShape = Nothing\novPage = Nothing\novDoc = Nothing\n"},
             {{"VisioFunctions.WhichVisioMajorVersionIsThis", "nothing"},

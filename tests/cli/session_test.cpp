@@ -42,6 +42,28 @@ Depth  Name           Universal name
 )");
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.status, 0);
+    // The walk inside a shape enters every group, asked to or not.
+    const std::string inside =
+        session({"--addon-args", "/doc=1 /page=1 /shape=Serverraum", "--application", "OfficeNetwork"}).out;
+    EXPECT_EQ(inside.substr(std::min(inside.find("Parameters:"), inside.size())), R"(Parameters: none
+Document: office-network.vsdx
+Page: Erdgeschoß (Ground floor)
+Shape: Serverraum (Server room)
+Version: not checked
+Shapes: 10 inside the shape, 1 kept for OfficeNetwork
+
+Depth  Kept  Name                Universal name
+1      no      Sheet.2           Sheet.2
+1      yes     Gestell 1         Rack 1
+2      no        Verteilerfeld   Patch panel
+3      no          Switch        Switch
+4      no            Chassis     Chassis
+4      no            Anschlüsse  Ports
+5      no              Sheet.8   Sheet.8
+5      no              Sheet.9   Sheet.9
+5      no              Sheet.10  Sheet.10
+2      no        Dateiserver     File server
+)");
 }
 
 TEST(Session, TellsTheUserOfAnUnfitVersion) {

@@ -18,6 +18,7 @@ TEST_F(ObjectModelCells, Formulas) {
         {u"\"a\"&\"b\"", "\"a\"&\"b\"", "0", 0, "0"}, // an expression is kept, not computed
         {u" 25.4 mm ", "25.4 mm", "25.4 mm", 1, "-1"},
         {u"2 in.", "2 in", "2 in", 2, "-1"},
+        {u"-3", "-3", "-3", -3, "-1"},
         {u"50%", "50%", "50%", 0.5, "-1"},
         {u"180 deg", "180 deg", "180 deg", 3.14159265358979312, "-1"},
         {u"TRUE", "TRUE", "TRUE", 1, "-1"},

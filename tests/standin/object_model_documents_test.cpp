@@ -10,19 +10,13 @@ using namespace tests;
 
 class ObjectModelDocuments : public DrawingTest {};
 
-TEST_F(ObjectModelDocuments, ABlankDrawingIsInNoFile) {
-    for (const auto& [member, value] : {std::pair(u"FullName", "Drawing1"), std::pair(u"Path", ""),
-                                        std::pair(u"Template", ""), std::pair(u"Saved", "True")})
-        EXPECT_EQ(get(drawing.document, member), value) << automation::toUtf8(member);
-    drawing.square();
-    EXPECT_EQ(get(drawing.document, u"Saved"), "False");
-}
-
 TEST_F(ObjectModelDocuments, OpenedFilesAreFoundByPositionAndName) {
     const TemporaryFile file(smallDrawing(), "plan.vsdx");
     const auto application = startApplication();
     const ObjectRef documents = objectIn(application->get(u"Documents"));
-    documents->call(u"Add", u"vss");
+    const ObjectRef blank = objectIn(documents->call(u"Add", u"vss"));
+    EXPECT_EQ(get(blank, u"Path") + get(blank, u"Template") + get(blank, u"FullName"), "Stencil1");
+    EXPECT_EQ(get(blank, u"Type"), "2");
     const ObjectRef opened = objectIn(documents->call(u"Open", file.path()));
     EXPECT_EQ(opened->get(u"FullName"), Variant(file.path()));
     EXPECT_EQ(get(opened, u"Path") + get(opened, u"Name"), automation::toUtf8(file.path()));

@@ -9,7 +9,9 @@ using namespace tests;
 class ObjectModelShapes : public DrawingTest {};
 
 TEST_F(ObjectModelShapes, GroupsHoldShapesInDrawingOrder) {
+    EXPECT_EQ(get(drawing.document, u"Saved"), "True");
     const ObjectRef group = drawing.group();
+    EXPECT_EQ(get(drawing.document, u"Saved"), "False");
     const ObjectRef inner = drawing.group(group);
     const ObjectRef leaf = drawing.square(inner);
     drawing.square();
@@ -22,6 +24,8 @@ TEST_F(ObjectModelShapes, GroupsHoldShapesInDrawingOrder) {
     EXPECT_EQ(objectIn(leaf->get(u"Parent")), inner) << "a shape is one object while it is held";
     EXPECT_EQ(objectIn(objectIn(leaf->get(u"Cells", u"PinX"))->get(u"Shape")), leaf);
     EXPECT_EQ(objectIn(group->get(u"Parent")), drawing.page);
+    EXPECT_EQ(objectIn(drawing.page->get(u"Document")), drawing.document);
+    EXPECT_EQ(objectIn(leaf->get(u"Application")), ObjectRef(drawing.application));
     EXPECT_EQ(objectIn(objectIn(group->get(u"ContainingShape"))), objectIn(drawing.page->get(u"PageSheet")));
     EXPECT_EQ(objectIn(leaf->get(u"ContainingPage")), drawing.page);
     EXPECT_EQ(objectIn(leaf->get(u"ContainingMaster")), nullptr);
@@ -41,8 +45,8 @@ TEST_F(ObjectModelShapes, SheetsAreShapesWithoutShapesAround) {
     EXPECT_EQ(drawing.shape(u"ThePage"), page);
     EXPECT_EQ(objectIn(page->get(u"Parent")), drawing.page);
     EXPECT_EQ(objectIn(document->get(u"Parent")), drawing.document);
-    EXPECT_EQ(objectIn(page->get(u"ContainingShape")), nullptr);
     EXPECT_NE(failureOf([&] { page->call(u"Delete"); }), "");
+    EXPECT_EQ(objectIn(page->get(u"ContainingShape")), nullptr);
     EXPECT_NE(failureOf([&] { document->put(u"Name", u"x"); }), "");
 }
 
