@@ -48,17 +48,15 @@ protected:
 };
 
 TEST_F(UserProfileTest, EndsThePathInABackslash) {
-    const Ref<UserProfile> fresh = make<UserProfile>(platform_);
     const std::pair<StringView, StringView> paths[] = {
         {u"A\\B", u"A\\B\\"}, {u"A\\", u"A\\"}, {u"A\\\\", u"A\\\\"}, {u"A/", u"A/\\"}, {u"", u"\\"}};
     for (const auto& [assigned, kept] : paths) {
-        fresh->setProfilePath(assigned);
-        EXPECT_EQ(fresh->profilePath(), kept);
+        profile_->setProfilePath(assigned);
+        EXPECT_EQ(profile_->profilePath(), kept);
     }
     // A path that was empty counts as entered, but names no key.
-    fresh->setProfileName(u"Default");
-    fresh->profileEntries()->createNewItem()->setName(u"Width");
-    EXPECT_EQ(errorOf([&] { fresh->saveSettings(); }), registry_errors::CannotCreate);
+    add(u"Width");
+    EXPECT_EQ(errorOf([&] { profile_->saveSettings(); }), registry_errors::CannotCreate);
 }
 
 TEST_F(UserProfileTest, EverySavingRetrievingAndDeletingMemberValidatesInOrder) {
