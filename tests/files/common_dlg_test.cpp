@@ -139,5 +139,12 @@ TEST_F(SelectedFilenameTest, UsesACallersDialogByName) {
                                      u"OwnerWindow", u"CancelError", u"ShowOpen", u"FileName"));
 }
 
+TEST_F(SelectedFilenameTest, LateBoundKeepsTheFlagOfTheCaller) {
+    files_.answer = {true, 0, u"D:\\x.vsd", 1};
+    std::vector<Variant> arguments{u"Title", std::int16_t{3}};
+    EXPECT_EQ(operations_->invoke(u"GetSelectedFilename", Access::Method, arguments), Variant(u"D:\\x.vsd"));
+    EXPECT_EQ(arguments[1], Variant(std::int16_t{3})) << "it is not written";
+}
+
 } // namespace
 } // namespace tarncom32::files
