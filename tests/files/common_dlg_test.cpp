@@ -18,6 +18,18 @@ protected:
     }
 };
 
+// That each keeps what is assigned to it, is the scripts' affair.
+TEST_F(CommonDlgTest, HasItsDefaults) {
+    String properties;
+    for (const auto& member : CommonDlg::describe().members) {
+        if (member.kind != MemberKind::Get) continue;
+        const String value = toText(dialog_->get(MemberName(member.name)));
+        if (!value.empty() && value != u"0" && value != u"False")
+            properties += String(member.name) + u"=" + value + u" ";
+    }
+    EXPECT_EQ(properties, u"Copies=1 PrinterDefault=True FontSize=8 MaxFileSize=260 Orientation=1 ");
+}
+
 TEST_F(CommonDlgTest, PassesTheFieldsToTheDialog) {
     dialog_->fileName = u"Plan.vsd";
     dialog_->dialogTitle = u"Title";
