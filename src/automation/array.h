@@ -6,6 +6,9 @@
 
 namespace tarncom32::automation {
 
+/// How deep arrays that come from outside may be nested in each other: what walks them takes stack for each level.
+inline constexpr int kDeepestNesting = 64;
+
 /// A one-dimensional automation array: an element type, a lower bound, and possibly no bounds at all yet.
 /// Elements are held as variants; those of a typed array all have the array's element type.
 class Array {

@@ -1,5 +1,6 @@
 #include "cli/value_json.h"
 
+#include "automation/array.h"
 #include "automation/collection.h"
 #include "automation/convert.h"
 #include "cli/iso_date.h"
@@ -29,9 +30,6 @@ using automation::Variant;
 using automation::VariantType;
 
 namespace {
-
-/// Lists in lists: a JSON text may be nothing but brackets.
-constexpr int kDeepest = 64;
 
 /// The objects around a value, the nearest first: a collection may hold itself, and the list of its items would never
 /// end.
@@ -73,7 +71,7 @@ Json objectToJson(const ObjectRef& object, const Around* around) {
     if (!object) return nullptr;
     const String className = object->typeName();
     const Around here{object.get(), around, around ? around->depth + 1 : 1};
-    if (here.depth > kDeepest || Around::holds(around, object.get())) return jsonText(className);
+    if (here.depth > automation::kDeepestNesting || Around::holds(around, object.get())) return jsonText(className);
     std::unique_ptr<automation::Enumerator> items;
     try {
         items = object->enumerate();
@@ -112,7 +110,8 @@ Json toJson(const Variant& value, const Around* around) {
 }
 
 Variant fromJson(const Json& json, int depth) {
-    if (depth > kDeepest) throw UsageError("json: takes lists in lists at most 64 deep");
+    if (depth > automation::kDeepestNesting)
+        throw UsageError("json: takes lists in lists at most " + std::to_string(automation::kDeepestNesting) + " deep");
     switch (json.type()) {
     case Json::value_t::string:
         return automation::fromUtf8(json.get_ref<const std::string&>());

@@ -6,6 +6,8 @@
 #include <ocidl.h>
 #include <olectl.h>
 
+#include <thread>
+
 namespace tarncom32::com::testing {
 
 namespace {
@@ -56,6 +58,23 @@ public:
     bool failAsSink = false;
 };
 
+/// An object without late binding that stands at the same address each time, one at a time. Of an interface that it
+/// does not have it leaves a pointer that is none.
+struct Bare final : Unknown<IServiceProvider> {
+    static void* operator new(std::size_t) {
+        alignas(std::max_align_t) static std::byte place[64];
+        return place;
+    }
+    static void operator delete(void*) {}
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override {
+        const HRESULT found = Unknown::QueryInterface(iid, result);
+        if (FAILED(found)) *result = this;
+        return found;
+    }
+    HRESULT STDMETHODCALLTYPE QueryService(REFGUID, REFIID, void**) override { return E_NOTIMPL; }
+};
+static_assert(sizeof(Bare) <= 64);
+
 class Objects : public ComTest {
 protected:
     void SetUp() override {
@@ -85,12 +104,9 @@ TEST_F(Objects, KeepTheirIdentityOnTheWayThereAndBack) {
 }
 
 TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
-    /// Without late binding.
-    struct Bare final : Unknown<IServiceProvider> {
-        HRESULT STDMETHODCALLTYPE QueryService(REFGUID, REFIID, void**) override { return E_NOTIMPL; }
-    };
     ComPtr<IUnknown> bare;
     *bare.put() = new Bare;
+    EXPECT_FALSE(query<IDispatch>(bare.get(), IID_IDispatch));
     OwnedVariant value;
     toVariant(value, Variant(importObject(bare.get())));
     EXPECT_EQ(value.vt, VT_UNKNOWN);
@@ -111,6 +127,18 @@ TEST_F(Objects, KeepTheInterfaceByWhichTheyAreHeld) {
     EXPECT_EQ(held.get(), before) << "the variable still holds the same object";
     EXPECT_EQ(assign(reference, Variant(probe->items_)), 0);
     EXPECT_NE(held.get(), before);
+}
+
+TEST_F(Objects, AreForgottenOnWhateverThreadTheyEnd) {
+    const std::size_t before = Object::liveCount();
+    for (int i = 0; i < 2; ++i) {
+        ComPtr<IUnknown> bare;
+        *bare.put() = new Bare;
+        ObjectRef object = importObject(bare.get());
+        EXPECT_EQ(Object::liveCount(), before + 1) << "the one before stood at the same address, and is no more";
+        std::thread([&] { object = {}; }).join();
+        EXPECT_EQ(Object::liveCount(), before);
+    }
 }
 
 TEST_F(Objects, LookUpEachNameOnce) {
@@ -220,6 +248,9 @@ TEST_F(Objects, RaiseEventsThroughTheirConnectionPoint) {
     ASSERT_EQ(container->EnumConnectionPoints(points.put()), S_OK);
     ComPtr<IConnectionPoint> same;
     EXPECT_EQ(points->Next(1, same.put(), nullptr), S_OK);
+    EXPECT_EQ(same.get(), point.get());
+    EXPECT_EQ(container->FindConnectionPoint(iid, same.put()), S_OK);
+    EXPECT_EQ(same.get(), point.get());
     EXPECT_EQ(points->Skip(1), S_FALSE);
 
     for (const DWORD cookie : cookies)

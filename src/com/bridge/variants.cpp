@@ -334,9 +334,9 @@ Reader::Reader(const Reader& outer, const SAFEARRAY* array) : outer_(&outer), ar
     bool isInItself = false;
     for (const Reader* each = &outer; each; each = each->outer_)
         isInItself = isInItself || each->array_ == array;
-    if (isInItself || depth_ > kDeepestNesting)
+    if (isInItself || depth_ > automation::kDeepestNesting)
         throw Error(errors::UnsupportedType, u"Arrays that are nested in themselves, or more than " +
-                                                 automation::decimalText(kDeepestNesting) +
+                                                 automation::decimalText(automation::kDeepestNesting) +
                                                  u" deep, are not supported");
 }
 

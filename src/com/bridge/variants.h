@@ -15,12 +15,9 @@ inline const VARIANT& asVariant(const automation::vtable::Value& value) noexcept
     return reinterpret_cast<const VARIANT&>(value);
 }
 
-/// How deep arrays may be nested in each other.
-inline constexpr int kDeepestNesting = 64;
-
 /// The value that `value` holds or refers to. Raises 13 for a null reference and for an array of several dimensions,
 /// 458 for a type that automation does not have, for a reference to a reference, and for arrays that are nested in
-/// themselves or deeper than `kDeepestNesting`.
+/// themselves or deeper than `automation::kDeepestNesting`.
 automation::Variant fromVariant(const VARIANT& value);
 
 /// The record that `value` holds or refers to, where it stands: good for as long as `value` is. Raises 13 for what is

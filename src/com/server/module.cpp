@@ -13,21 +13,11 @@
 #include <atomic>
 #include <memory>
 
-namespace __gnu_cxx {
-void __freeres(); // of the C++ runtime, declared in no header
-}
-
 namespace tarncom32::com {
 
 namespace {
 
 HMODULE theModule = nullptr;
-
-/// Gives back, when the module goes, the 70 KB that its C++ runtime reserves for exceptions without memory: otherwise
-/// every loading would take them anew.
-struct RuntimeReserve {
-    ~RuntimeReserve() { __gnu_cxx::__freeres(); }
-} const runtimeReserve;
 
 /// The type library, loaded when it is first asked for and kept until the module goes.
 class KeptTypeLibrary {

@@ -183,45 +183,67 @@ TEST_F(Client, SurvivesRandomCallsOnEveryMemberAndLeavesNothingBehind) {
     EXPECT_EQ(callEntry(module, "DllCanUnloadNow"), S_OK) << "something is left of a million calls";
 }
 
-/// The bytes in use on all heaps of the process.
-std::size_t bytesInUse() {
+/// The blocks in use on all heaps of the process.
+std::size_t blocksInUse() {
     HANDLE heaps[64];
     std::size_t total = 0;
     for (DWORD left = GetProcessHeaps(static_cast<DWORD>(std::size(heaps)), heaps); left > 0; --left) {
         PROCESS_HEAP_ENTRY entry{};
         while (HeapWalk(heaps[left - 1], &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) total += entry.cbData;
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++total;
     }
     return total;
 }
 
-TEST_F(Client, LoadsAndUnloadsAHundredTimes) {
-    const CLSID clsid = idOfClass(L"TarnCom32.StringFunctions");
+/// Creates an object of the class, asks for its type twice, and has one of its members fail.
+void use(HMODULE module, REFCLSID clsid) {
+    const ComPtr<IClassFactory> factory = factoryOf(module, clsid);
+    ASSERT_TRUE(factory);
+    ComPtr<IDispatch> object;
+    ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, object.putVoid()), S_OK);
+    ComPtr<ITypeInfo> types[2];
+    for (ComPtr<ITypeInfo>& type : types)
+        EXPECT_EQ(object->GetTypeInfo(0, 0, type.put()), S_OK);
+    EXPECT_EQ(types[0].get(), types[1].get());
+    std::vector<Value> tooMany(12);
+    EXPECT_TRUE(FAILED(invoke(*object.get(), 1, INVOKE_FUNC, tooMany, nullptr)));
+}
+
+TEST_F(Client, LoadsAndUnloadsManyTimesAndLeavesNothingBehind) {
+    std::vector<CLSID> ids;
+    for (const Class& described : creatableClasses())
+        ids.push_back(idOfClass(described.progId));
+    ASSERT_FALSE(ids.empty());
     const std::wstring path = registeredPath();
     CoFreeUnusedLibrariesEx(0, 0);
+    constexpr std::size_t kMeasured = 30;
     std::size_t before = 0;
-    for (int i = 0; i < 100; ++i) {
-        if (i == 10) before = bytesInUse();
+    for (std::size_t i = 0; i < 5 + kMeasured; ++i) {
+        if (i == 5) before = blocksInUse();
         const HMODULE module = LoadLibraryW(path.c_str());
         ASSERT_TRUE(module);
         const auto canUnload = [&] { return callEntry(module, "DllCanUnloadNow"); };
+        const auto useAll = [&] {
+            const Apartment own;
+            for (const CLSID& clsid : ids)
+                use(module, clsid);
+        };
         EXPECT_EQ(canUnload(), S_OK);
-        ComPtr<IClassFactory> factory = factoryOf(module, clsid);
-        ASSERT_TRUE(factory);
+        useAll();
+        std::thread(useAll).join();
+        EXPECT_EQ(canUnload(), S_OK);
+        ComPtr<IClassFactory> factory = factoryOf(module, ids.front());
         EXPECT_EQ(canUnload(), S_FALSE);
-        ComPtr<IDispatch> object;
-        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, object.putVoid()), S_OK);
+        factory->LockServer(FALSE);
         factory->LockServer(TRUE);
         factory = {};
-        EXPECT_EQ(canUnload(), S_FALSE);
-        object = {};
-        EXPECT_EQ(canUnload(), S_FALSE) << "it is locked";
-        factoryOf(module, clsid)->LockServer(FALSE);
+        EXPECT_EQ(canUnload(), S_FALSE) << "one unlocking too many does not unlock what is locked later";
+        factoryOf(module, ids.front())->LockServer(FALSE);
         EXPECT_EQ(canUnload(), S_OK);
         FreeLibrary(module);
     }
-    // The classes' tables stay: a caller that ends late may still release its objects.
-    EXPECT_LT(bytesInUse(), before + 90 * std::size_t{8192});
+    // Less than one block for each time.
+    EXPECT_LT(blocksInUse(), before + kMeasured);
 }
 
 TEST_F(Client, ServesEightApartmentsAtOnce) {
