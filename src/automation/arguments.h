@@ -98,25 +98,19 @@ T fromVariant(const Variant& value) {
     }
 }
 
-/// The value of a by-reference parameter for the time of a call, and whether the member has written it. One that is
-/// only written (`Direction::Out`) starts with what it had all the same, unless it is a text: that starts with a text
-/// that no member gives.
+/// The value of a by-reference parameter for the time of a call, and whether the member has written it.
 template <class T>
 class Written {
 public:
-    /// `read` gives the caller's value.
+    /// `read` gives the caller's value; `isExact` says that the caller's variable holds a `T` already. A parameter that
+    /// is only written (`Direction::Out`) takes whatever the variable holds, and a variable of another type counts as
+    /// written, because what it held means nothing to the member.
     template <class Read>
-    Written(Direction direction, Read&& read) {
-        if (direction != Direction::Out) {
+    Written(Direction direction, bool isExact, Read&& read) : hadOther_(direction == Direction::Out && !isExact) {
+        try {
             value = read();
-        } else if constexpr (std::is_same_v<T, String>) {
-            value = kUnwritten;
-        } else {
-            try {
-                value = read();
-            } catch (const Error&) {
-                hadOther_ = true; // no matter: the member only writes it
-            }
+        } catch (const Error&) {
+            if (direction != Direction::Out) throw;
         }
         before_ = value;
     }
@@ -127,9 +121,8 @@ public:
     T value{};
 
 private:
-    static constexpr StringView kUnwritten = u"\uFFFE\uFFFF\uFFFE";
     T before_{};
-    bool hadOther_ = false; ///< the caller's variable held what is no `T`
+    bool hadOther_;
 };
 
 /// By value.
@@ -217,7 +210,8 @@ template <class T>
 class Slot<T&> {
 public:
     Slot(const ParameterInfo& parameter, LateArgument& argument)
-        : value_(parameter.direction, [&] { return fromVariant<T>(argumentOrDefault(parameter, argument)); }),
+        : value_(parameter.direction, isExact(argument),
+                 [&] { return fromVariant<T>(argumentOrDefault(parameter, argument)); }),
           argument_(argument.isMissing() ? nullptr : &argument) {}
     Slot(const Slot&) = delete;
     ~Slot() {
@@ -228,6 +222,16 @@ public:
     T& get() { return value_.value; }
 
 private:
+    static bool isExact(const LateArgument& argument) {
+        if (argument.isMissing()) return true;
+        if constexpr (std::is_enum_v<T>)
+            return argument.value()->template as<std::int32_t>() != nullptr;
+        else if constexpr (std::is_convertible_v<T, ObjectRef>)
+            return argument.value()->isObject();
+        else
+            return argument.value()->template as<T>() != nullptr;
+    }
+
     Written<T> value_;
     LateArgument* argument_; ///< null where it is left out
 };
@@ -247,48 +251,50 @@ private:
     R* fields_ = nullptr;
 };
 
-/// An array: the caller's own, in place. An argument without an array (Empty) becomes an array without bounds; one that
-/// the member only writes starts so whatever it holds.
+/// An array: the caller's own, in place, where it has the wanted type of elements. Another one is converted for the
+/// time of the call, and an argument without an array (Empty) becomes an array without bounds; the caller's is replaced
+/// if the member changes that. An array that is only written starts without bounds whatever the caller has.
 template <VariantType Element>
 class Slot<ArrayRef<Element>> {
 public:
     Slot(const ParameterInfo& parameter, LateArgument& argument) {
         const Variant& value = argumentOrDefault(parameter, argument);
-        if (parameter.direction == Direction::Out) {
-            if (!argument.isMissing() && !value.isEmpty() && !value.isArray()) throw Error(errors::TypeMismatch);
-            own_ = Array(Element);
-            if (!argument.isMissing()) target_ = &argument;
-            array_ = own_.as<Array>();
+        if (!value.isArray() && !value.isEmpty() && !value.isMissing()) throw Error(errors::TypeMismatch);
+        const bool isCallers = !argument.isMissing();
+        if (isCallers && parameter.direction != Direction::Out && fits(value)) {
+            array_ = argument.value()->as<Array>();
+            if (parameter.isByReference()) argument.setWritten();
             return;
         }
-        const bool callers = !argument.isMissing();
-        if (callers && parameter.isByReference()) argument.setWritten();
-        Variant& held = callers && (parameter.isByReference() || fits(value)) ? *argument.value() : (own_ = value);
-        if (held.isEmpty() || held.isMissing()) held = Array(Element);
-        if (!held.isArray()) throw Error(errors::TypeMismatch);
-        if (!fits(held)) held = changeType(held, kArrayType);
-        array_ = held.as<Array>();
+        own_ = parameter.direction == Direction::Out ? Variant(Array(Element)) : converted(value);
+        array_ = own_.as<Array>();
+        if (isCallers && parameter.isByReference()) target_ = &argument;
+        if (target_ && parameter.direction == Direction::InOut) before_ = own_;
     }
     Slot(const Slot&) = delete;
     ~Slot() {
-        if (!target_ || !array_->hasBounds()) return;
+        if (!target_ || (before_.isEmpty() ? !array_->hasBounds() : own_ == before_)) return;
         *target_->value() = std::move(own_);
         target_->setWritten();
     }
     ArrayRef<Element> get() { return *array_; }
 
 private:
-    static constexpr auto kArrayType =
-        static_cast<VariantType>(static_cast<unsigned>(VariantType::Array) | static_cast<unsigned>(Element));
-
     static bool fits(const Variant& value) {
         const Array* array = value.as<Array>();
         return array && (Element == VariantType::Variant || array->elementType() == Element);
     }
+    static Variant converted(const Variant& value) {
+        if (!value.isArray()) return Array(Element);
+        return fits(value) ? value
+                           : changeType(value, static_cast<VariantType>(static_cast<unsigned>(VariantType::Array) |
+                                                                        static_cast<unsigned>(Element)));
+    }
 
     Variant own_;
+    Variant before_; ///< Empty for an array that is only written
     Array* array_ = nullptr;
-    LateArgument* target_ = nullptr; ///< of an array that is only written, where it goes
+    LateArgument* target_ = nullptr; ///< where `own_` goes if it is changed
 };
 
 /// The arguments of a call, made from the first to the last.

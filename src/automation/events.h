@@ -92,7 +92,8 @@ public:
     /// something else is not heeded. A listener that fails, whatever it throws, does not keep the event from the
     /// others, nor from the object: an event has nobody to whom a failure could be told. Listeners that come meanwhile
     /// are heard from the next event on, those that went are not called any more. May be raised at any time, while the
-    /// object ends too. Throws `std::bad_alloc`, once all have been called, when memory was short for one of them.
+    /// object ends too. Throws `std::bad_alloc` when there is no memory for the
+    /// arguments, or, once all have been called, when memory was short for one of them.
     template <class... P>
     void raise(Event<P...> event, std::type_identity_t<P>... arguments) {
         if (listeners_.empty()) return;

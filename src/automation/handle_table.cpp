@@ -35,8 +35,9 @@ void HandleTable::remove(std::int32_t handle) noexcept {
     Place* place = placeOf(handle);
     if (!place) return;
     place->object = nullptr;
-    ++place->uses;
-    place->nextFree = std::exchange(firstFree_, static_cast<std::uint16_t>(handle & 0xFFFF));
+    // A place that has been given away as often as can be told is given away no more: no number comes twice.
+    if ((++place->uses & kUseBits) != 0)
+        place->nextFree = std::exchange(firstFree_, static_cast<std::uint16_t>(handle & 0xFFFF));
 }
 
 ObjectRef HandleTable::find(std::int32_t handle) noexcept {

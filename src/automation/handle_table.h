@@ -8,8 +8,8 @@
 namespace tarncom32::automation {
 
 /// Objects by 32-bit numbers, without holding them. A number has the object's place in its lower half, counted from 1,
-/// and above it how often the place was given away before, so that a number that is out of date finds nothing. Any
-/// thread may use it.
+/// and above it how often the place was given away before, so that a number that is out of date finds nothing, and none
+/// comes twice. Any thread may use it.
 class HandleTable {
 public:
     /// A number above 0 for the object, which must be removed before the object is deleted. Raises 7 when 65,535

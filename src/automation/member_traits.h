@@ -37,7 +37,7 @@ struct MemberTraits<R (C::*)(P...)> {
     static constexpr std::uint32_t kTextBits = [] {
         std::uint32_t bits = 0;
         [[maybe_unused]] std::uint32_t bit = 1;
-        ((bits |= std::is_same_v<P, StringView> ? bit : 0, bit <<= 1), ...);
+        ((bits |= std::is_same_v<P, StringView> || std::is_same_v<P, const String&> ? bit : 0, bit <<= 1), ...);
         return bits;
     }();
 };

@@ -14,7 +14,8 @@
 //     });
 //     return info;
 //
-// Types come from the member pointers: texts that a member only reads are `StringView`, by-reference parameters are
+// Types come from the member pointers: texts that a member only reads are `StringView`, or `const String&` where it
+// calls other objects meanwhile, which may give the caller's variable another text; by-reference parameters are
 // `String&`, `Variant&`, `ObjectRef&` and the like, arrays `ArrayRef<...>`, records the structure by reference; objects
 // are `ObjectRef` or `Ref<Class>`. What a member does about a by-reference variable that does not take what it wrote is
 // said in front of its line: `member::reporting(member::method<...>(...))`, `member::silent(...)`; others raise.

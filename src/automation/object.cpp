@@ -15,7 +15,6 @@ bool Object::tryAddRef() const noexcept {
 }
 
 void Object::callFinalRelease() noexcept {
-    if (std::exchange(finalReleaseCalled_, true)) return;
     try {
         finalRelease();
     } catch (...) {
@@ -24,13 +23,14 @@ void Object::callFinalRelease() noexcept {
 }
 
 void Object::prepareRelease() noexcept {
-    if (references_.load(std::memory_order_acquire) == 1) callFinalRelease();
+    if (references_.load(std::memory_order_acquire) == 1 && !finalReleaseCalled_.exchange(true)) callFinalRelease();
 }
 
 void Object::end() noexcept {
     // A reference of its own keeps the count away from zero while the object acts for the last time, ...
+    const bool isFirstEnd = !finalReleaseCalled_.exchange(true);
     addRef();
-    callFinalRelease();
+    if (isFirstEnd) callFinalRelease();
     if (references_.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
     if (const std::int32_t handle = handle_.load()) handleTable().remove(handle);
     // ... and another while its destructors run: references that they take and drop do not end it twice.

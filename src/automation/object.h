@@ -56,6 +56,8 @@ public:
     /// One reference more, unless the last has gone already: for tables that find objects without holding them, which
     /// they must keep from being deleted meanwhile.
     bool tryAddRef() const noexcept;
+    /// Whether the last reference has gone once: `finalRelease` has been, or is just being, called.
+    bool hasEnded() const noexcept { return finalReleaseCalled_.load(std::memory_order_acquire); }
     /// For a holder about to let go: calls `finalRelease` now, while all that stands around the object is whole, if
     /// the caller's is the last reference.
     void prepareRelease() noexcept;
@@ -142,7 +144,7 @@ private:
     static std::atomic<std::size_t> liveCount_;
     mutable std::atomic<std::uint32_t> references_{0};
     std::atomic<std::int32_t> handle_{0}; ///< 0 until somebody asks for one
-    bool finalReleaseCalled_ = false;
+    std::atomic<bool> finalReleaseCalled_{false};
 };
 
 /// A counted reference; null is automation's Nothing.

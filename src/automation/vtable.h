@@ -244,7 +244,7 @@ public:
     static constexpr bool kGoesBack = true;
     static bool isNull(Type target) { return !target; }
     Argument(const ParameterInfo& parameter, Type target)
-        : target_(target), value_(parameter.direction, [&] { return Native<T>::read(*target); }) {}
+        : target_(target), value_(parameter.direction, true, [&] { return Native<T>::read(*target); }) {}
     Argument(const Argument&) = delete;
     ~Argument() { Native<T>::free(given_); }
     T& get() { return value_.value; }
@@ -421,9 +421,9 @@ template <auto Member, class C, class R, class... P>
 struct Thunk {
     static Result __stdcall call(CallableWrapper* self, typename Argument<P>::Type... arguments,
                                  typename Native<R>::Type* result) {
+        if (result) *result = {};
         if (!result || (Argument<P>::isNull(arguments) || ...))
             return marshaller->fail(*self->info, Error::fromHresult(kPointer));
-        *result = {};
         return enter<Member, C, R, P...>(*self, {arguments...}, result);
     }
 };

@@ -91,9 +91,9 @@ Ref<UserProfileEntry> UserProfileEntries::find(StringView name) {
 }
 
 void UserProfileEntries::clearAllEntries() {
-    // From the end, where taking one out moves no other.
-    for (std::size_t i = entries_->size(); i-- > 0;)
-        removeItem(toEntry((*entries_)[i]));
+    // From the end, where taking one out moves no other. A report lets others come to the list meanwhile.
+    for (std::size_t left = entries_->size(); left > 0 && entries_->size() > 0; --left)
+        removeItem(toEntry((*entries_)[entries_->size() - 1]));
 }
 
 void UserProfileEntries::rename(UserProfileEntry& entry, StringView oldName) {

@@ -84,7 +84,7 @@ std::int32_t StringFunctions::numberOfElementsInDelimitedString(StringView sSour
     return count;
 }
 
-Boolean StringFunctions::stringExistsInCollection(StringView sKey, ObjectRef oCollection) {
+Boolean StringFunctions::stringExistsInCollection(const String& sKey, ObjectRef oCollection) {
     Boolean exists = false;
     silently([&] {
         automation::Object& collection = deref(oCollection);

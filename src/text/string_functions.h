@@ -51,7 +51,7 @@ public:
 
     /// Whether the collection has an item under the key `sKey` (not: an item with that value) that converts to text.
     /// Silent: any failure means false.
-    Boolean stringExistsInCollection(StringView sKey, ObjectRef oCollection);
+    Boolean stringExistsInCollection(const String& sKey, ObjectRef oCollection);
 
     /// Whether a value counts as empty: Empty, Null, errors and records; 0 of any number type or date; text of spaces
     /// only; Nothing; arrays without bounds, without elements, or with nothing but blank elements. A Boolean is its own

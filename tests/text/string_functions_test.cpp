@@ -192,7 +192,7 @@ TEST_F(StringFunctionsTest, MakesCollections) {
 
 TEST_F(StringFunctionsTest, FindsKeysOfCollections) {
     const auto collection = make<Collection>();
-    const auto exists = [&](StringView key) { return functions_.stringExistsInCollection(key, collection).isTrue(); };
+    const auto exists = [&](const String& key) { return functions_.stringExistsInCollection(key, collection).isTrue(); };
     EXPECT_FALSE(exists(u"a"));
     collection->add(u"value", u"a");
     collection->add(Array(), u"array");

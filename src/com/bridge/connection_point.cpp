@@ -146,7 +146,9 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
     *connections = nullptr;
     return fenced([&] {
         std::vector<ConnectionItem> items;
-        for (const auto& [cookie, listener] : object_.events()->listeners())
+        // A copy: taking references may bring sinks to come or go.
+        const auto present = object_.events()->listeners();
+        for (const auto& [cookie, listener] : present)
             if (const auto* foreign = dynamic_cast<const ForeignListener*>(listener.get()))
                 items.push_back({ComPtr<IUnknown>(foreign->sink()), cookie});
         *connections = new ListEnumerator<IEnumConnections, ConnectionItem, CONNECTDATA>(std::move(items), 0);

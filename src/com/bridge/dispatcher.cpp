@@ -155,11 +155,7 @@ private:
             if (!(written >> i & 1)) continue;
             try {
                 VARIANT& target = caller_.rgvarg[places_[i]];
-                Variant& value = *late_[i].value();
-                // Of a variant it is not known whether it was written.
-                const bool mayBeUnwritten = member_.parameters[i].type.type == VariantType::Variant && !value.isArray();
-                if (mayBeUnwritten && fromVariant(target) == value) continue;
-                prepareAssignment(assignments[i], target, forVariable(target, std::move(value)));
+                prepareAssignment(assignments[i], target, forVariable(target, std::move(*late_[i].value())));
             } catch (...) {
                 if (!failure) failure = automation::errorInFlight();
             }
@@ -181,10 +177,10 @@ private:
     const MemberInfo& member_;
     const DISPPARAMS& caller_;
     Values values_;
-    union { // so that only those in use are made
+    union {                                              // so that only those in use are made
         std::array<LateArgument, kMostParameters> late_; ///< as many as `count_` says
     };
-    std::array<UINT, kMostParameters> places_;       ///< as many as there are parameters
+    std::array<UINT, kMostParameters> places_; ///< as many as there are parameters
     std::size_t count_ = 0;
 };
 

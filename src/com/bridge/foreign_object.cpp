@@ -36,7 +36,7 @@ public:
         if (found == objects_.end() || !found->second->tryAddRef()) return {};
         automation::Ref<ForeignObject> object(found->second);
         found->second->release(); // the one that was tried: `object` has its own
-        return object;
+        return found->second->hasEnded() ? nullptr : object;
     }
     void add(IUnknown* identity, ForeignObject& object) {
         const std::lock_guard guard(lock_);
@@ -236,7 +236,11 @@ Variant ForeignObject::send(DISPID dispid, Access access, std::span<Variant> arg
     const ComPtr<IDispatch> target(dispatch_);
     const HRESULT result = target->Invoke(dispid, IID_NULL, LOCALE_USER_DEFAULT, flagsOf(access), &parameters,
                                           assigns(access) ? nullptr : &value, &exception, &badArgument);
-    call.takeBack();
+    try {
+        call.takeBack();
+    } catch (const Error&) {
+        if (SUCCEEDED(result)) throw; // else the object's own error is the one to tell
+    }
     if (result == DISP_E_EXCEPTION) throw exception.error();
     check(result);
     return fromVariant(value);

@@ -400,13 +400,8 @@ automation::Record recordIn(const VARIANT& value) {
 }
 
 bool textIn(const VARIANT& value, automation::StringView& text) noexcept {
-    const VARIANT& held = target(value);
-    if (held.vt == VT_BSTR)
-        text = viewOfBstr(held.bstrVal);
-    else if (held.vt == (VT_BYREF | VT_BSTR) && held.pbstrVal)
-        text = viewOfBstr(*held.pbstrVal);
-    else
-        return false;
+    if (value.vt != VT_BSTR) return false;
+    text = viewOfBstr(value.bstrVal);
     return true;
 }
 
@@ -443,6 +438,8 @@ SAFEARRAY* newSafeArray(Array&& value) {
 }
 
 void prepareAssignment(Assignment& assignment, VARIANT& target, Variant&& value) {
+    // What is the same stays as it is, of its own type.
+    if (!value.isArray() && fromVariant(target) == value) return;
     const VARTYPE type = target.vt & VT_TYPEMASK;
     if (!(target.vt & VT_BYREF)) {
         prepareWhole(assignment, target, std::move(value));

@@ -24,7 +24,8 @@ automation::Variant fromVariant(const VARIANT& value);
 /// no record.
 automation::Record recordIn(const VARIANT& value);
 
-/// The text that `value` holds or refers to, where it stands. False for what is no text.
+/// The text that `value` holds itself, where it stands; false for anything else. A variable that it refers to may be
+/// given another text by whoever the member calls, and does not count.
 bool textIn(const VARIANT& value, automation::StringView& text) noexcept;
 
 /// Gives `target`, whatever it holds, a value. An array without bounds becomes a null array. Throws `std::bad_alloc`,
@@ -40,8 +41,8 @@ automation::Array fromSafeArray(SAFEARRAY* array, automation::VariantType elemen
 using automation::vtable::Assignment;
 
 /// Prepares the replacement of what `target` holds, or of what it refers to: there the value takes the type of the
-/// variable referred to. An array of the same size and type takes the elements where it stands. Raises 13, 6 and the
-/// like for what cannot be converted, 10 for an array that is fixed or locked.
+/// variable referred to. A value that reads the same stays. An array of the same size and type takes the elements where
+/// it stands. Raises 13, 6 and the like for what cannot be converted, 10 for an array that is fixed or locked.
 void prepareAssignment(Assignment& assignment, VARIANT& target, automation::Variant&& value);
 void prepareAssignment(Assignment& assignment, SAFEARRAY*& target, automation::Array&& value);
 /// Exchanges the value with what is in its place.
