@@ -19,6 +19,8 @@ def show(entry):
     """What the entry said, without the cases that passed."""
     output = (entry.findtext("system-out") or "").replace("\r", "")
     output = FRAME.sub("", PASSED_CASE.sub("", output))
+    if "[ RUN      ] " in output and not PASSED.search(output):
+        output = f"{output.rstrip()}\n(the program ended here: it crashed or took too long)\n"
     print(f"--- {entry.get('name')}\n{output}", file=sys.stderr)
 
 
