@@ -78,7 +78,8 @@ Variant variableFor(const ParameterInfo& parameter) {
 void addVariables(Call& call) {
     const std::vector<ParameterInfo>& parameters = call.member->parameters;
     for (std::size_t i = 0; i < call.arguments.size() && i < parameters.size(); ++i)
-        if (parameters[i].isByReference() && call.arguments[i].isEmpty()) call.arguments[i] = variableFor(parameters[i]);
+        if (parameters[i].isByReference() && call.arguments[i].isEmpty())
+            call.arguments[i] = variableFor(parameters[i]);
     for (std::size_t i = call.arguments.size(); i < parameters.size(); ++i) {
         const ParameterInfo& parameter = parameters[i];
         if (!parameter.isByReference())

@@ -4,8 +4,8 @@
 
 namespace tarncom32::tests {
 
-/// Lets one request for memory fail, that of this thread with the number `nth` (from 1) while this lives. A program that
-/// links failing_memory.cpp counts `new`; others may count with it.
+/// Lets one request for memory fail, that of this thread with the number `nth` (from 1) while this lives. A program
+/// that links failing_memory.cpp counts `new`; others may count with it.
 class FailingMemory {
 public:
     explicit FailingMemory(std::size_t nth);

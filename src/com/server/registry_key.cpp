@@ -19,8 +19,8 @@ void checkStatus(LSTATUS status) {
 
 RegistryKey RegistryKey::create(HKEY root, const String& path, REGSAM view) {
     RegistryKey key;
-    checkStatus(RegCreateKeyExW(root, wide(path), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE | view, nullptr,
-                          &key.key_, nullptr));
+    checkStatus(RegCreateKeyExW(root, wide(path), 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_READ | KEY_WRITE | view,
+                                nullptr, &key.key_, nullptr));
     return key;
 }
 
@@ -33,14 +33,14 @@ RegistryKey RegistryKey::open(HKEY root, const String& path, REGSAM access) {
 void RegistryKey::set(const String& name, StringView value) const {
     const String text(value);
     checkStatus(RegSetValueExW(key_, name.empty() ? nullptr : wide(name), 0, REG_SZ,
-                         reinterpret_cast<const BYTE*>(text.c_str()),
-                         static_cast<DWORD>((text.size() + 1) * sizeof(char16_t))));
+                               reinterpret_cast<const BYTE*>(text.c_str()),
+                               static_cast<DWORD>((text.size() + 1) * sizeof(char16_t))));
 }
 
 bool RegistryKey::hasSubkeys() const {
     DWORD count = 0;
     checkStatus(RegQueryInfoKeyW(key_, nullptr, nullptr, nullptr, &count, nullptr, nullptr, nullptr, nullptr, nullptr,
-                           nullptr, nullptr));
+                                 nullptr, nullptr));
     return count > 0;
 }
 
