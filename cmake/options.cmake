@@ -20,10 +20,6 @@ endif()
 set(CMAKE_CXX_FLAGS_RELWITHDEBINFO "-O1 -g1")
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG")
 
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # g++ 12 deletes stores that are still read (its dead store elimination over inlined constructors).
-  add_compile_options(-fno-tree-dse)
-endif()
 
 # Paths in the output are relative to the source folder: the same objects whatever folder they are built in.
 add_compile_options("-ffile-prefix-map=${CMAKE_SOURCE_DIR}=.")
