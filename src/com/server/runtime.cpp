@@ -60,8 +60,12 @@ namespace {
 ThreadSlots& threadSlots() {
     // The layout is part of the executable format: the twelfth pointer of a thread's block is the table of all modules'
     // copies.
-    constexpr std::size_t kTableOfCopies = 11;
-    char** const copies = reinterpret_cast<char***>(NtCurrentTeb())[kTableOfCopies];
+    char** copies = nullptr;
+#ifdef _WIN64
+    asm("movq %%gs:0x58, %0" : "=r"(copies));
+#else
+    asm("movl %%fs:0x2c, %0" : "=r"(copies));
+#endif
     const auto offset = reinterpret_cast<const char*>(&threadTemplate) - &_tls_start;
     return *reinterpret_cast<ThreadSlots*>(copies[_tls_index] + offset);
 }
