@@ -12,6 +12,13 @@ namespace tarncom32::com::testing {
 
 namespace {
 
+/// A class that is registered for this alone.
+const ClassInfo& trial() {
+    static const ClassInfo info(u"Probe", u"Takes and gives values.", "6e0c6a52-07c5-4f0e-9f3a-5a3d2a0f9c11"_guid,
+                                "6e0c6a52-07c5-4f0e-9f3a-5a3d2a0f9c12"_guid, {});
+    return info;
+}
+
 constexpr Guid kInterface = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d111"_guid;
 constexpr Guid kEvents = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d113"_guid;
 constexpr Guid kLibrary = "1d9b3e6e-24a2-43ac-8a5d-0b9f83a1d112"_guid;
@@ -46,35 +53,34 @@ protected:
     }
     static bool has(const PrivateRoot& root, const String& path) { return root.value(wide(path)) != L"-"; }
 
-    static String clsidKey() { return u"CLSID\\" + guidText(Probe::describe().clsid); }
+    static String clsidKey() { return u"CLSID\\" + guidText(trial().clsid); }
     static String interfaceKey() { return u"Interface\\" + guidText(kInterface); }
     static String eventsKey() { return u"Interface\\" + guidText(kEvents); }
     static String libraryKey() { return u"TypeLib\\" + guidText(kLibrary); }
     /// Where the entries of each kind stand.
     static std::vector<String> roots() {
-        return {u"TarnProbe.Probe", u"TarnProbe.Probe.1", clsidKey(), interfaceKey(), eventsKey(), libraryKey()};
+        return {u"TarnTrial.Probe", u"TarnTrial.Probe.1", clsidKey(), interfaceKey(), eventsKey(), libraryKey()};
     }
 
-    static inline const Server server_{
-        u"TarnProbe", u"Probe library", kLibrary, {{&Probe::describe(), u"TarnProbe.Probe", [] {
-                                                        return ObjectRef(make<Probe>());
-                                                    }}}};
+    static inline const Server server_{u"TarnTrial", u"Probe library", kLibrary, {{&trial(), u"TarnTrial.Probe", [] {
+                                                                                       return ObjectRef(make<Probe>());
+                                                                                   }}}};
 };
 
 TEST_F(RegistrationTest, WritesWhatComLooksForAndRemovesAllOfIt) {
     of(0).add();
-    const String clsid = guidText(Probe::describe().clsid);
+    const String clsid = guidText(trial().clsid);
     const struct {
         String path;
         String value;
     } entries[] = {
-        {u"TarnProbe.Probe\\CLSID", clsid},
-        {u"TarnProbe.Probe\\CurVer", u"TarnProbe.Probe.1"},
-        {u"TarnProbe.Probe.1\\CLSID", clsid},
+        {u"TarnTrial.Probe\\CLSID", clsid},
+        {u"TarnTrial.Probe\\CurVer", u"TarnTrial.Probe.1"},
+        {u"TarnTrial.Probe.1\\CLSID", clsid},
         {clsidKey(), u"Takes and gives values."},
         {clsidKey() + u"\\InprocServer32", kDllPath},
-        {clsidKey() + u"\\ProgID", u"TarnProbe.Probe.1"},
-        {clsidKey() + u"\\VersionIndependentProgID", u"TarnProbe.Probe"},
+        {clsidKey() + u"\\ProgID", u"TarnTrial.Probe.1"},
+        {clsidKey() + u"\\VersionIndependentProgID", u"TarnTrial.Probe"},
         {clsidKey() + u"\\TypeLib", guidText(kLibrary)},
         {clsidKey() + u"\\Programmable", u""},
         {interfaceKey(), u"_Probe"},
@@ -134,10 +140,10 @@ TEST_F(RegistrationTest, LeavesTheOtherBitnessWhole) {
         EXPECT_EQ(value(libraryKey() + (wideFirst ? u"\\1.0\\0\\win64" : u"\\1.0\\0\\win32")), u"-");
         EXPECT_EQ(value(clsidKey() + u"\\InprocServer32", stays), kDllPath);
         EXPECT_EQ(value(interfaceKey(), stays), u"_Probe");
-        EXPECT_EQ(value(u"TarnProbe.Probe\\CLSID"), guidText(Probe::describe().clsid));
+        EXPECT_EQ(value(u"TarnTrial.Probe\\CLSID"), guidText(trial().clsid));
         EXPECT_EQ(value(libraryKey() + (wideFirst ? u"\\1.0\\0\\win32" : u"\\1.0\\0\\win64")), kDllPath);
         of(stays).remove();
-        EXPECT_EQ(value(u"TarnProbe.Probe"), u"-");
+        EXPECT_EQ(value(u"TarnTrial.Probe"), u"-");
         EXPECT_EQ(value(libraryKey()), u"-");
     }
 }

@@ -45,7 +45,7 @@ TEST_F(ObjectModelDocuments, AFileThatCannotBeReadOpensNothing) {
     for (const auto& [path, says] :
          {std::pair(String(u"/nowhere/at all.vsdx"), "at all.vsdx"), std::pair(text.path(), "drawing.vsdx"),
           std::pair(incomplete.path(), "page1.xml")}) {
-        const std::string error = failureOf([&] { documents->call(u"Open", path); });
+        const std::string error = failureOf([&, path = path] { documents->call(u"Open", path); });
         EXPECT_EQ(error.substr(0, 12), "-2032465765 ") << error;
         EXPECT_NE(error.find(says), std::string::npos) << error;
     }

@@ -175,8 +175,10 @@ TEST_F(StringFunctionsTest, GoesToTheNthDelimiterAndRoundAgain) {
     };
     for (const auto& [n, before, after, replaced] : cases) {
         EXPECT_EQ(functions_.returnStringBeforeNthDelimiter(u"a,b,c", u",", n), before) << n;
-        EXPECT_EQ(orError([&] { return functions_.returnStringAfterNthDelimiter(u"a,b,c", u",", n); }), after) << n;
-        EXPECT_EQ(orError([&] { return functions_.replaceValueInStream(u"a,b,c", u",", u"X", n); }), replaced) << n;
+        EXPECT_EQ(orError([&, n = n] { return functions_.returnStringAfterNthDelimiter(u"a,b,c", u",", n); }), after)
+            << n;
+        EXPECT_EQ(orError([&, n = n] { return functions_.replaceValueInStream(u"a,b,c", u",", u"X", n); }), replaced)
+            << n;
     }
     EXPECT_EQ(functions_.returnStringBeforeNthDelimiter(u"a::b", u"::", 1), u"a:") << "one character of the delimiter";
 }
@@ -192,7 +194,9 @@ TEST_F(StringFunctionsTest, MakesCollections) {
 
 TEST_F(StringFunctionsTest, FindsKeysOfCollections) {
     const auto collection = make<Collection>();
-    const auto exists = [&](const String& key) { return functions_.stringExistsInCollection(key, collection).isTrue(); };
+    const auto exists = [&](const String& key) {
+        return functions_.stringExistsInCollection(key, collection).isTrue();
+    };
     EXPECT_FALSE(exists(u"a"));
     collection->add(u"value", u"a");
     collection->add(Array(), u"array");

@@ -77,7 +77,9 @@ TEST_F(VisioFunctionsTest, DocumentVersionsShowTheMessageThatFitsTheDifference) 
     const ObjectRef beta = newDrawing(visio);
     setUserCell(toObject(beta->get(u"DocumentSheet")), u"Version", u"\"1.0 beta\"");
     for (const auto& [document, error] : {std::pair(beta, 13), std::pair(ObjectRef(), 91)})
-        EXPECT_EQ(errorOf([&] { functions->testForDocumentVersionCompatibility(document, u"1", {}, u"", u"", u""); }),
+        EXPECT_EQ(errorOf([&, document = document] {
+                      functions->testForDocumentVersionCompatibility(document, u"1", {}, u"", u"", u"");
+                  }),
                   error);
 }
 
