@@ -114,7 +114,7 @@ public:
     void putReference(const MemberName& name, Args&&... args);
 
     /// The number by which 32-bit interfaces (a window's data, a weak reference) know the object: above 0, the same as
-    /// long as the object lives, and never another object's before many millions more have gone. Any thread may ask.
+    /// long as the object lives, and never another object's. Any thread may ask. Raises 7 when 65,535 objects have one.
     /// One from outside is known by its number as long as this module holds a reference to it.
     std::int32_t handle();
     /// The object of that number; Nothing when there is none or it has gone.
